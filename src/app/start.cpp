@@ -1,0 +1,33 @@
+#include "app/start.h"
+
+#include "app/frmAbout.h"
+#include "app/procs_windows.h"
+#include "catalogue/frmPrinc.h"
+#include "platform/core/random_source.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+#include "worldmap/frmTilesLocales.h"
+
+void Main()
+{
+    platform::randomSource().seedFromClock();
+
+    FrmPrinc& princ = frmPrinc();
+    princ.window();
+    princ.createColumns(princ.armas);
+    Procs::loadArmas();
+    princ.createColumns(princ.armaduras);
+    Procs::loadArmaduras();
+    princ.createColumns(princ.equipo);
+    Procs::loadEquipo();
+    princ.createColumns(princ.conjuros);
+    Procs::loadConjuros();
+
+    frmTiles().createColumns();
+    frmPines().createColumns();
+    frmTilesLocales().createColumns();
+
+    frmAbout().showModal();
+    frmMapa().show();
+}

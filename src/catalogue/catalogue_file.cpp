@@ -1,0 +1,106 @@
+#include "catalogue/catalogue_file.h"
+
+#include "platform/core/app_folder.h"
+#include "platform/core/text_codec.h"
+#include "platform/core/text_file.h"
+#include "platform/gdi/picture.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+using platform::Error;
+using platform::ErrorNumber;
+using platform::ListItem;
+using platform::TextFile;
+
+namespace
+{
+
+constexpr char16_t separator = u';';
+constexpr char16_t commentMark = u'#';
+
+QString pathOf(const CatalogueKind& kind)
+{
+    return platform::inAppFolder(u"ini\\"_s + kind.file);
+}
+
+void loadRecord(Catalogue& catalogue, const QString& line)
+{
+    const CatalogueKind& kind = catalogue.kind;
+    const QStringList fields = line.split(separator);
+    const auto field = [&](std::size_t position) -> const QString& {
+        if (position >= static_cast<std::size_t>(fields.size()))
+            throw Error(ErrorNumber::BadFormat,
+                        u"falta el dato «%1» (hay %2 de %3)"_s.arg(kind.fields[position].key)
+                            .arg(fields.size())
+                            .arg(kind.fields.size()));
+        return fields[static_cast<qsizetype>(position)];
+    };
+
+    if (catalogue.items.count() == maxCatalogueItems)
+        throw Error(ErrorNumber::TooLarge,
+                    u"el catálogo no admite más de %1 elementos"_s.arg(maxCatalogueItems));
+    const QString key = kind.itemKey(field(0), kind.keyHasType ? field(1) : QString());
+    ListItem& item = catalogue.items.add(key, field(0));
+    if (const QString& image = field(kind.imageField()); !image.isEmpty())
+        item.setIcon(
+            catalogue.pictures.add(key, platform::loadPicture(platform::inAppFolder(image))));
+    for (std::size_t position = 1; position < kind.fields.size(); ++position)
+        item.setSubItem(kind.fields[position].key, field(position));
+}
+
+QString recordLine(const CatalogueKind& kind, const ListItem& item)
+{
+    QString line = item.text();
+    for (std::size_t position = 1; position < kind.fields.size(); ++position) {
+        line += separator;
+        if (item.hasSubItem(kind.fields[position].key))
+            line += item.subItem(kind.fields[position].key);
+    }
+    return line;
+}
+
+} // namespace
+
+void loadCatalogue(Catalogue& catalogue)
+{
+    catalogue.loadStopped = true;
+    const TextFile file = platform::readTextFile(pathOf(catalogue.kind));
+    for (std::size_t i = 0; i < file.lines.size(); ++i) {
+        const QString& line = file.lines[i];
+        if (line.isEmpty() || line.startsWith(commentMark))
+            continue;
+        try {
+            loadRecord(catalogue, line);
+        } catch (const Error& error) {
+            throw file.errorAt(i, error.description, error.number);
+        }
+    }
+    catalogue.loadStopped = false;
+}
+
+void saveCatalogue(Catalogue& catalogue, const std::function<void()>& advance)
+{
+    const CatalogueKind& kind = catalogue.kind;
+    const QString path = pathOf(kind);
+    constexpr QByteArrayView lineEnd("\r\n");
+    QByteArray bytes = platform::toWindows1252(kind.headerLine);
+    bytes += lineEnd;
+    for (int i = 0; i < catalogue.items.count(); ++i) {
+        const ListItem& item = catalogue.items.at(i);
+        try {
+            bytes += platform::toWindows1252(recordLine(kind, item));
+        } catch (const Error& error) {
+            throw Error(error.number,
+                        u"No se puede guardar «%1»: %2."_s.arg(item.text(), error.description));
+        }
+        bytes += lineEnd;
+        if (advance)
+            advance();
+    }
+    if (catalogue.loadStopped && QFileInfo(path).isFile())
+        platform::copyFileAtomically(path, path + u".bak"_s);
+    platform::writeFileAtomically(path, bytes);
+    catalogue.loadStopped = false;
+}

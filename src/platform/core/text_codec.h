@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+namespace platform
+{
+
+/// Windows-1252, the code page of every data file. All 256 bytes decode to distinct characters
+/// (the five that the code page leaves open stand for the control characters of the same number),
+/// so decoding and encoding again always gives the same bytes.
+QString fromWindows1252(QByteArrayView bytes);
+
+/// The inverse. Throws Error (BadCharacter) that names the first character the code page lacks.
+QByteArray toWindows1252(QStringView text);
+
+/// The first character (a whole code point) of the text that the code page lacks, if there is one.
+std::optional<QString> firstOutsideWindows1252(QStringView text);
+
+} // namespace platform

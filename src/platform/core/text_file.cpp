@@ -1,0 +1,116 @@
+#include "platform/core/text_file.h"
+
+#include "platform/core/app_folder.h"
+#include "platform/core/text_codec.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace platform
+{
+namespace
+{
+
+constexpr qint64 bytesPerMegabyte = 1024 * 1024;
+
+QString reasonOf(QFileDevice::FileError error)
+{
+    switch (error) {
+    case QFileDevice::PermissionsError:
+        return u"permiso denegado"_s;
+    case QFileDevice::ResourceError:
+        return u"no queda espacio en el disco"_s;
+    case QFileDevice::OpenError:
+        return u"no se puede abrir"_s;
+    case QFileDevice::RenameError:
+        return u"no se puede sustituir el archivo anterior"_s;
+    default:
+        return u"error de lectura o escritura"_s;
+    }
+}
+
+Error unwritable(const QString& path, const QString& reason)
+{
+    return Error(ErrorNumber::FileUnwritable,
+                 u"No se puede guardar «%1»: %2."_s.arg(displayPath(path), reason));
+}
+
+} // namespace
+
+Error TextFile::errorAt(std::size_t line, const QString& reason, ErrorNumber number) const
+{
+    QString text = u"%1, línea %2: %3"_s.arg(displayPath(path)).arg(line + 1).arg(reason);
+    if (!text.endsWith(u'.'))
+        text += u'.';
+    return Error(number, text);
+}
+
+QByteArray readFile(const QString& path, qint64 maxBytes)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        throw Error(ErrorNumber::FileNotFound,
+                    u"No se encuentra el archivo «%1»."_s.arg(displayPath(path)));
+    const auto unreadable = [&](const QString& reason) {
+        return Error(ErrorNumber::FileUnreadable,
+                     u"No se puede leer «%1»: %2."_s.arg(displayPath(path), reason));
+    };
+    if (!info.isFile())
+        throw unreadable(u"es una carpeta, no un archivo"_s);
+    if (info.size() > maxBytes)
+        throw Error(
+            ErrorNumber::TooLarge,
+            u"No se puede leer «%1»: ocupa %2 MB y el máximo es %3 MB."_s.arg(displayPath(path))
+                .arg(info.size() / bytesPerMegabyte)
+                .arg(maxBytes / bytesPerMegabyte));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw unreadable(reasonOf(file.error()));
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        throw unreadable(reasonOf(file.error()));
+    return bytes;
+}
+
+std::vector<QString> splitLines(const QString& text)
+{
+    std::vector<QString> lines;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\r' && text[i] != u'\n')
+            continue;
+        lines.push_back(text.sliced(start, i - start));
+        if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n')
+            ++i;
+        start = i + 1;
+    }
+    if (start < text.size())
+        lines.push_back(text.sliced(start));
+    return lines;
+}
+
+TextFile readTextFile(const QString& path)
+{
+    return {path, splitLines(fromWindows1252(readFile(path, maxTextFileBytes)))};
+}
+
+void writeFileAtomically(const QString& path, const QByteArray& bytes)
+{
+    if (QFileInfo(path).isDir())
+        throw unwritable(path, u"hay una carpeta con ese nombre"_s);
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        throw unwritable(path, reasonOf(file.error()));
+}
+
+void copyFileAtomically(const QString& from, const QString& to)
+{
+    writeFileAtomically(to, readFile(from, std::numeric_limits<qint64>::max()));
+}
+
+} // namespace platform

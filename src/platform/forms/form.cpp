@@ -1,0 +1,164 @@
+#include "platform/forms/form.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <algorithm>
+
+namespace platform
+{
+
+bool FormWindow::event(QEvent* event)
+{
+    const bool used = QWidget::event(event);
+    if (event->type() == QEvent::WindowActivate && form_)
+        form_->Form_Activate();
+    return used;
+}
+
+void FormWindow::closeEvent(QCloseEvent* event)
+{
+    // What closing means is the form's to say; Qt itself must not hide the window behind its back.
+    event->ignore();
+    if (form_)
+        form_->closeBox();
+}
+
+void FormWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (form_ && form_->isLoaded())
+        form_->Form_Resize();
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (!form_ || !form_->Form_KeyDown(*event))
+        QWidget::keyPressEvent(event);
+}
+
+void FormWindow::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (form_ && !event->spontaneous())
+        form_->Form_Activate();
+}
+
+void FormWindow::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    if (form_ && !event->spontaneous())
+        form_->endModal();
+}
+
+FormBase::~FormBase()
+{
+    if (window_)
+        window_->detach();
+}
+
+FormWindow& FormBase::window()
+{
+    if (!window_) {
+        window_ = buildWindow();
+        try {
+            Form_Load();
+        } catch (...) {
+            window_->detach();
+            window_.reset();
+            throw;
+        }
+    }
+    return *window_;
+}
+
+void FormBase::show()
+{
+    window().setWindowModality(Qt::NonModal);
+    window().show();
+    window().raise();
+    window().activateWindow();
+}
+
+void FormBase::showModal()
+{
+    QEventLoop loop;
+    modalLoop_ = &loop;
+    window().setWindowModality(Qt::ApplicationModal);
+    window().show();
+    window().raise();
+    window().activateWindow();
+    if (modalLoop_) // the window may have hidden itself while it was shown
+        loop.exec();
+    modalLoop_ = nullptr;
+}
+
+void FormBase::hide()
+{
+    if (window_)
+        window_->hide();
+}
+
+void FormBase::unload()
+{
+    if (!window_)
+        return;
+    Form_Unload();
+    if (!window_) // the handler unloaded it already
+        return;
+    FormWindow* const window = window_.release();
+    window->detach();
+    window->hide();
+    window->deleteLater();
+    endModal();
+}
+
+void FormBase::endModal()
+{
+    if (modalLoop_)
+        modalLoop_->exit();
+    modalLoop_ = nullptr;
+}
+
+namespace
+{
+FormRegistry* currentRegistry = nullptr;
+} // namespace
+
+FormRegistry::FormRegistry()
+{
+    Q_ASSERT(!currentRegistry);
+    currentRegistry = this;
+}
+
+FormRegistry::~FormRegistry()
+{
+    // The youngest first: forms may refer to those that were there before them.
+    while (!forms_.empty())
+        forms_.pop_back();
+    currentRegistry = nullptr;
+}
+
+FormRegistry& FormRegistry::current()
+{
+    Q_ASSERT(currentRegistry);
+    return *currentRegistry;
+}
+
+FormBase& FormRegistry::sharedForm(const void* identity, const MakeForm& make)
+{
+    const auto known = std::find_if(forms_.begin(), forms_.end(),
+                                    [&](const Entry& entry) { return entry.identity == identity; });
+    if (known != forms_.end())
+        return *known->form;
+    forms_.push_back({identity, make()});
+    return *forms_.back().form;
+}
+
+void endProgram()
+{
+    QCoreApplication::exit(0);
+}
+
+} // namespace platform

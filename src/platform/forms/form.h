@@ -1,0 +1,139 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+class QEventLoop;
+
+namespace platform
+{
+
+class FormBase;
+
+/// The top-level widget of a loaded form; it hands window events on to its form.
+class FormWindow : public QWidget
+{
+public:
+    explicit FormWindow(FormBase& form) : form_(&form) {}
+    /// Cuts the window off from its form: it reports nothing any more.
+    void detach() { form_ = nullptr; }
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    FormBase* form_;
+};
+
+/// A window of the program as other code addresses it. The object lives for the whole run; its
+/// controls come and go: they are built, unshown, the first time something touches them ("loading")
+/// and destroyed when the window is unloaded, while the object's own variables stay.
+class FormBase
+{
+public:
+    FormBase() = default;
+    virtual ~FormBase();
+    FormBase(const FormBase&) = delete;
+    FormBase& operator=(const FormBase&) = delete;
+
+    bool isLoaded() const { return window_ != nullptr; }
+    bool isVisible() const { return window_ && window_->isVisible(); }
+
+    /// The window, loaded if it wasn't.
+    FormWindow& window();
+    /// Shows the window and returns at once.
+    void show();
+    /// Shows the window above all others, which take no input meanwhile, and returns when it is
+    /// hidden or unloaded.
+    void showModal();
+    /// Takes the window off the screen; its controls keep their contents.
+    void hide();
+    /// Destroys the controls. Safe inside the window's own handlers: the controls are cut off at
+    /// once and destroyed when control is back in the event loop.
+    void unload();
+
+protected:
+    virtual std::unique_ptr<FormWindow> buildWindow() = 0;
+    /// Runs once after the controls are built, before anything else sees them.
+    virtual void Form_Load() {}
+    /// Runs each time the window is shown or becomes the active one.
+    virtual void Form_Activate() {}
+    virtual void Form_Resize() {}
+    virtual void Form_Unload() {}
+    /// The user closed the window by its box (or the window manager did).
+    virtual void closeBox() { unload(); }
+    /// A key that no control used, or one that the window wants; returns whether it was used.
+    virtual bool Form_KeyDown(const QKeyEvent& /*event*/) { return false; }
+
+private:
+    friend class FormWindow;
+    void endModal();
+
+    std::unique_ptr<FormWindow> window_;
+    QEventLoop* modalLoop_ = nullptr;
+};
+
+/// A form whose controls come from a Designer file: Design is the class that uic makes of it.
+template <typename Design>
+class Form : public FormBase
+{
+public:
+    /// The controls; touching them loads the window.
+    Design& ui() { return static_cast<DesignedWindow&>(window()).design; }
+
+protected:
+    std::unique_ptr<FormWindow> buildWindow() override
+    {
+        return std::make_unique<DesignedWindow>(*this);
+    }
+
+private:
+    struct DesignedWindow final : FormWindow {
+        explicit DesignedWindow(FormBase& form) : FormWindow(form) { design.setupUi(this); }
+        Design design;
+    };
+};
+
+/// Owns every form of the run. One is made in main after the application object; each test makes
+/// its own, and so gets fresh windows.
+class FormRegistry
+{
+public:
+    FormRegistry();
+    ~FormRegistry();
+    FormRegistry(const FormRegistry&) = delete;
+    FormRegistry& operator=(const FormRegistry&) = delete;
+
+    /// The one shared instance of a form class, made on first touch.
+    template <typename F>
+    static F& shared()
+    {
+        static const char identity = 0; // its address tells the form classes apart
+        return static_cast<F&>(
+            current().sharedForm(&identity, [] { return std::make_unique<F>(); }));
+    }
+
+private:
+    using MakeForm = std::function<std::unique_ptr<FormBase>()>;
+    struct Entry {
+        const void* identity;
+        std::unique_ptr<FormBase> form;
+    };
+
+    static FormRegistry& current();
+    FormBase& sharedForm(const void* identity, const MakeForm& make);
+
+    std::vector<Entry> forms_;
+};
+
+/// Ends the program: every event loop returns, nothing is saved.
+void endProgram();
+
+} // namespace platform

@@ -1,0 +1,142 @@
+#include "platform/forms/list_view.h"
+
+#include "platform/forms/picture_box.h"
+#include "platform/forms/twips.h"
+
+#include <QHash>
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+
+namespace platform
+{
+namespace
+{
+
+/// Draws an item's picture, which the list knows only by its position, before its text.
+class IconDelegate final : public QStyledItemDelegate
+{
+public:
+    IconDelegate(const ImageList& pictures, QAbstractItemView* view)
+        : QStyledItemDelegate(view),
+          view_(view),
+          pictures_(&pictures)
+    {
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const int position = index.data(ListItems::IconRole).toInt();
+        if (position == 0)
+            return;
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->icon = iconAt(position);
+        option->decorationSize = view_->iconSize();
+    }
+
+private:
+    const QIcon& iconAt(int position) const
+    {
+        const QImage picture = pictures_->at(position);
+        const auto known = icons_.find(picture.cacheKey());
+        return known != icons_.end() ? *known
+                                     : *icons_.insert(picture.cacheKey(), pixelIcon({picture}));
+    }
+
+    QAbstractItemView* view_;
+    const ImageList* pictures_;
+    mutable QHash<qint64, QIcon> icons_; // by the picture's cache key; pictures never change
+};
+
+ListItem* selectedItemOf(const QAbstractItemView& view, ListItems* items)
+{
+    const QModelIndexList rows =
+        view.selectionModel() ? view.selectionModel()->selectedRows() : QModelIndexList();
+    return rows.isEmpty() ? nullptr : &items->at(rows.first().row());
+}
+
+void attach(QAbstractItemView& view, ListItems& items, const ImageList& icons)
+{
+    view.setModel(&items);
+    QAbstractItemDelegate* const previous = view.itemDelegate();
+    view.setItemDelegate(new IconDelegate(icons, &view));
+    delete previous;
+}
+
+} // namespace
+
+ListView::ListView(QWidget* parent) : QTreeView(parent)
+{
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setIconSize({smallIconSize, smallIconSize});
+    setEditTriggers(NoEditTriggers);
+    header()->setSectionsClickable(true);
+    header()->setStretchLastSection(false);
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
+        if (items_)
+            items_->sortByColumn(column);
+        header()->setSortIndicator(column, Qt::DescendingOrder);
+        header()->setSortIndicatorShown(true);
+    });
+}
+
+void ListView::setItems(ListItems& items, const ImageList& icons)
+{
+    items_ = &items;
+    attach(*this, items, icons);
+    applyColumns();
+    connect(&items, &QAbstractItemModel::modelReset, this, &ListView::applyColumns);
+}
+
+void ListView::applyColumns()
+{
+    const std::vector<ListColumn>& columns = items_->columns();
+    if (columnsApplied_ == columns.size()) // emptied and filled again: the user's widths stay
+        return;
+    columnsApplied_ = columns.size();
+    for (int i = 0; i < static_cast<int>(columns.size()); ++i)
+        header()->resizeSection(i, pixelsFromTwips(columns[static_cast<std::size_t>(i)].width));
+}
+
+ListItem* ListView::selectedItem()
+{
+    return selectedItemOf(*this, items_);
+}
+
+void ListView::selectFirst()
+{
+    if (items_ && !items_->isEmpty())
+        setCurrentIndex(items_->index(0, 0));
+}
+
+IconView::IconView(QWidget* parent) : QListView(parent)
+{
+    setViewMode(IconMode);
+    setIconSize({largeIconSize, largeIconSize});
+    setResizeMode(Adjust);
+    setMovement(Static);
+    setWordWrap(true);
+    setEditTriggers(NoEditTriggers);
+}
+
+void IconView::setItems(ListItems& items, const ImageList& icons)
+{
+    items_ = &items;
+    attach(*this, items, icons);
+}
+
+ListItem* IconView::selectedItem()
+{
+    return selectedItemOf(*this, items_);
+}
+
+void IconView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QListView::mouseDoubleClickEvent(event);
+    emit dblClick();
+}
+
+} // namespace platform

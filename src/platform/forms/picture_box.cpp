@@ -1,0 +1,74 @@
+#include "platform/forms/picture_box.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace platform
+{
+namespace
+{
+
+constexpr QRgb groundColor = qRgb(0x24, 0x22, 0x20);
+constexpr int largestIconFactor = 4;
+
+} // namespace
+
+QIcon pixelIcon(std::initializer_list<QImage> pictures)
+{
+    QIcon icon;
+    for (const QImage& picture : pictures)
+        icon.addPixmap(QPixmap::fromImage(picture));
+    if (pictures.size() > 0) {
+        const QImage& largest = *(pictures.end() - 1);
+        for (int factor = 2; factor <= largestIconFactor; ++factor)
+            icon.addPixmap(QPixmap::fromImage(largest.scaled(largest.size() * factor)));
+    }
+    return icon;
+}
+
+void ImageBox::setPicture(const QImage& picture)
+{
+    picture_ = picture;
+    updateGeometry();
+    update();
+}
+
+void ImageBox::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.drawImage(rect(), picture_);
+}
+
+PictureBox::PictureBox(QWidget* parent) : QWidget(parent)
+{
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+MemoryDC& PictureBox::dc()
+{
+    // Not in the resize event, which a hidden widget doesn't get.
+    if (dc_.width() != width() || dc_.height() != height()) {
+        dc_ = MemoryDC(width(), height());
+        dc_.fill(groundColor);
+    }
+    return dc_;
+}
+
+void PictureBox::clear()
+{
+    dc().fill(groundColor);
+}
+
+void PictureBox::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(this);
+    painter.drawImage(event->rect(), dc().image(), event->rect());
+}
+
+void PictureBox::mouseMoveEvent(QMouseEvent* event)
+{
+    emit mouseMoved(event->position().toPoint(), event->buttons());
+}
+
+} // namespace platform

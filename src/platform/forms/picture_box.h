@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/gdi/memory_dc.h"
+
+#include <QIcon>
+#include <QWidget>
+#include <initializer_list>
+
+namespace platform
+{
+
+/// An icon from pixel art, its pictures given from small to large: at higher scales the largest is
+/// shown in whole multiples of its pixels, so that it stays crisp.
+QIcon pixelIcon(std::initializer_list<QImage> pictures);
+
+/// Shows one picture stretched over the whole widget, its pixels kept crisp.
+class ImageBox : public QWidget
+{
+public:
+    using QWidget::QWidget;
+    void setPicture(const QImage& picture);
+    const QImage& picture() const { return picture_; }
+    QSize sizeHint() const override { return picture_.size(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QImage picture_;
+};
+
+/// A drawing surface on the screen. Code draws into dc(), whose size in pixels is the widget's, and
+/// calls refresh() to bring it to the screen. A resize gives a new surface in the ground colour.
+class PictureBox : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PictureBox(QWidget* parent = nullptr);
+    MemoryDC& dc();
+    /// Fills the surface with the ground colour, a plain dark grey.
+    void clear();
+    void refresh() { update(); }
+
+signals:
+    void mouseMoved(QPoint position, Qt::MouseButtons held);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    MemoryDC dc_;
+};
+
+} // namespace platform

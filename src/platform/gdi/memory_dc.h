@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QImage>
+#include <QPoint>
+
+namespace platform
+{
+
+/// How source pixels meet destination pixels, bit by bit over the colour bits.
+enum class RasterOp {
+    SRCCOPY,  ///< dst = src
+    SRCAND,   ///< dst = dst AND src
+    SRCPAINT, ///< dst = dst OR src
+};
+
+/// What StretchBlt does when source and destination differ in size.
+enum class StretchMode {
+    COLORONCOLOR, ///< nearest source pixel
+    HALFTONE,     ///< average of the source area that a destination pixel covers
+};
+
+/// A line of a whole number of pixels in width, solid.
+struct Pen {
+    int width = 1;
+    QRgb color = 0xff000000;
+};
+
+/// A drawing surface in memory: 32-bit pixels, black when new. Coordinates are pixels from the top
+/// left corner; whatever falls outside source or destination is left out.
+class MemoryDC
+{
+public:
+    MemoryDC() = default;
+    /// Throws Error (TooLarge) when the surface can't be had.
+    MemoryDC(int width, int height);
+    /// A surface that shows the picture; its transparent pixels become black.
+    explicit MemoryDC(const QImage& picture);
+
+    int width() const { return image_.width(); }
+    int height() const { return image_.height(); }
+    bool isNull() const { return image_.isNull(); }
+    /// The surface as a picture; always Format_RGB32.
+    const QImage& image() const { return image_; }
+
+    void fill(QRgb color) { image_.fill(color); }
+    void SetStretchBltMode(StretchMode mode) { stretchMode_ = mode; }
+
+    /// Draws the w x h rectangle of `source` at (sourceX, sourceY) to (x, y).
+    void BitBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX, int sourceY,
+                RasterOp op);
+    /// Draws the source rectangle scaled to the destination rectangle.
+    void StretchBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX, int sourceY,
+                    int sourceW, int sourceH, RasterOp op);
+
+    void MoveToEx(QPoint point) { penPosition_ = point; }
+    /// Draws a straight line with hard edges from the pen's position and moves the pen to its end.
+    void LineTo(QPoint point, const Pen& pen);
+
+private:
+    QImage image_;
+    StretchMode stretchMode_ = StretchMode::COLORONCOLOR;
+    QPoint penPosition_;
+};
+
+} // namespace platform

@@ -1,0 +1,180 @@
+#include "worldmap/frmMapa.h"
+
+#include "platform/forms/application.h"
+#include "platform/forms/toolbar.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+#include "worldmap/hex_geometry.h"
+
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// Margins of the window's layout, in pixels.
+constexpr int gap = 8;
+constexpr int bannerTop = 6;    // below the toolbar
+constexpr int framesTop = 48;   // below the toolbar
+constexpr int framesSpace = 64; // height that toolbar and frames leave free
+constexpr int mapaMargins = 32;
+constexpr int lugaresMargins = 24;
+
+constexpr QRgb bannerTextColor = qRgb(72, 63, 44);
+constexpr int bannerFontPixels = 25;
+constexpr int smallestBannerFontPixels = 12;
+
+} // namespace
+
+FrmMapa& frmMapa()
+{
+    return platform::FormRegistry::shared<FrmMapa>();
+}
+
+void FrmMapa::Form_Load()
+{
+    static_cast<WorldMap&>(*this) = WorldMap();
+    lugares.setColumns({{u"lugar"_s, u"Lugar"_s, 2100},
+                        {u"notas"_s, u"Notas"_s, 1050},
+                        {u"x"_s, u"X"_s, 700},
+                        {u"y"_s, u"Y"_s, 700}});
+    ui().lvLugares->setItems(lugares, frmPines().palette.images);
+    loadBanner();
+    platform::connectToolbar(*ui().Toolbar, [this](const QString& key, bool pressed) {
+        platform::runCommand([&] { Toolbar_ButtonClick(key, pressed); });
+    });
+    QObject::connect(ui().imgMapa, &platform::PictureBox::mouseMoved, &window(),
+                     [this](QPoint position) { mouseCell = hex::cellAt(position); });
+    // Without its definitions the window can draw nothing, but it comes up and says why.
+    platform::runCommand([this] { loadTiles(); });
+    platform::runCommand([this] { loadPines(); });
+}
+
+void FrmMapa::loadTiles()
+{
+    frmTiles().load(colTiles, colMascarasTiles);
+}
+
+void FrmMapa::loadPines()
+{
+    frmPines().load(colPines, colMascarasPines);
+}
+
+void FrmMapa::Form_Activate()
+{
+    if (!hdcBuffer.isNull())
+        return;
+    crearBuffer();
+    scrollMapa();
+}
+
+void FrmMapa::Form_Unload()
+{
+    frmTiles().hide();
+    frmPines().hide();
+    static_cast<MapCanvas&>(*this) = MapCanvas();
+    platform::endProgram();
+}
+
+void FrmMapa::Toolbar_ButtonClick(const QString& key, bool /*pressed*/)
+{
+    if (key == "abrir"_L1)
+        openMapa();
+    else if (key == "guardar"_L1)
+        saveMapa();
+}
+
+void FrmMapa::Form_Resize()
+{
+    const int width = window().width();
+    const int height = window().height();
+    Ui::FrmMapa& controls = ui();
+
+    const int toolbarHeight = controls.Toolbar->sizeHint().height();
+    controls.Toolbar->setGeometry(0, 0, width, toolbarHeight);
+    controls.picScroll->move(controls.picScroll->x(), toolbarHeight + bannerTop);
+    layOutBanner();
+
+    const int framesHeight = height - toolbarHeight - framesSpace;
+    const int lugaresWidth = controls.frameLugares->width();
+    const int mapaWidth = width - 2 * gap - lugaresWidth;
+    controls.frameMapa->setGeometry(0, toolbarHeight + framesTop, mapaWidth, framesHeight);
+    controls.frameLugares->setGeometry(mapaWidth + gap, toolbarHeight + framesTop, lugaresWidth,
+                                       framesHeight);
+    controls.lvLugares->resize(controls.lvLugares->width(), framesHeight - lugaresMargins);
+    controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
+    scrollMapa();
+}
+
+void FrmMapa::scrollMapa()
+{
+    platform::PictureBox& view = *ui().imgMapa;
+    view.clear();
+    const QPoint corner = hex::cellOrigin(currX, currY);
+    view.dc().BitBlt(0, 0, view.width(), view.height(), hdcBuffer, corner.x(), corner.y(),
+                     platform::RasterOp::SRCCOPY);
+    view.refresh();
+}
+
+void FrmMapa::crearBuffer()
+{
+    MapCanvas::crearBuffer(ancho, alto);
+    ui().imgMapa->clear();
+}
+
+void FrmMapa::renderMapa()
+{
+    MapCanvas::renderMapa(*this);
+}
+
+void FrmMapa::loadBanner()
+{
+    const auto picture = [](const char* name) {
+        return QImage(u":/pictures/%1.gif"_s.arg(QLatin1String(name)));
+    };
+    ui().imgScrollLeft->setPicture(picture("banner_izquierda"));
+    ui().imgScrollMiddle->setPicture(picture("banner_centro"));
+    ui().imgScrollRight->setPicture(picture("banner_derecha"));
+    QPalette palette = ui().lblNombre->palette();
+    palette.setColor(QPalette::WindowText, QColor(bannerTextColor));
+    ui().lblNombre->setPalette(palette);
+    setNombre(nombre);
+}
+
+void FrmMapa::setNombre(const QString& name)
+{
+    nombre = name;
+    ui().lblNombre->setText(name);
+    window().setWindowTitle(name.isEmpty() ? QCoreApplication::applicationName() : name);
+    layOutBanner();
+}
+
+void FrmMapa::layOutBanner()
+{
+    Ui::FrmMapa& controls = ui();
+    QLabel& label = *controls.lblNombre;
+    const QSize left = controls.imgScrollLeft->sizeHint();
+    const QSize right = controls.imgScrollRight->sizeHint();
+    const int endsHalved = (left.width() + right.width()) / 2;
+    const int room = window().width() - endsHalved - 2 * gap;
+
+    // A name too long for the window is written smaller.
+    QFont font = label.font();
+    font.setPixelSize(bannerFontPixels);
+    while (QFontMetrics(font).horizontalAdvance(nombre) > room &&
+           font.pixelSize() > smallestBannerFontPixels)
+        font.setPixelSize(font.pixelSize() - 1);
+    label.setFont(font);
+
+    const int labelWidth = std::max(label.sizeHint().width(), endsHalved);
+    const int middle = labelWidth - endsHalved;
+    controls.imgScrollLeft->setGeometry(0, 0, left.width(), left.height());
+    controls.imgScrollMiddle->setGeometry(left.width(), 0, middle, left.height());
+    controls.imgScrollRight->setGeometry(left.width() + middle, 0, right.width(), left.height());
+    label.setGeometry(left.width() / 2, 0, labelWidth, left.height());
+    controls.picScroll->resize(left.width() + middle + right.width(), left.height());
+    controls.picScroll->setVisible(!nombre.isEmpty());
+    controls.picScroll->move(window().width() / 2 - controls.picScroll->width() / 2,
+                             controls.picScroll->y());
+}

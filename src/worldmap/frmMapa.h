@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/core/list_items.h"
+#include "platform/forms/form.h"
+#include "ui_frmMapa.h"
+#include "worldmap/map_canvas.h"
+#include "worldmap/world_map.h"
+
+/// The world map window, the program's main window. It is the map document and the canvas that
+/// draws it; closing it ends the program.
+class FrmMapa final : public platform::Form<Ui::FrmMapa>, public WorldMap, public MapCanvas
+{
+public:
+    /// Replaces the document with a map of the current size, painted with the tile selected in the
+    /// tile palette. Throws Error, with the document as it was.
+    void newMapa();
+    /// Lets the user choose a map file and replaces the document with it. Throws Error, with the
+    /// document as it was.
+    void openMapa();
+    /// Writes the document to its file, or tells the user that it needs a name. Throws Error.
+    void saveMapa();
+
+    /// Makes a black back buffer for the current size and clears the map's picture.
+    void crearBuffer();
+    /// Draws the whole document into the back buffer.
+    void renderMapa();
+    /// Copies the visible part of the back buffer to the screen.
+    void scrollMapa();
+    /// Lists the document's places.
+    void loadLugares();
+
+    /// Names the document: the name banner and the window's title follow.
+    void setNombre(const QString& name);
+
+    /// The places as lvLugares shows them, in row-major order of their cells.
+    platform::ListItems lugares;
+    /// The cell under the mouse, relative to the view.
+    QPoint mouseCell{-1, -1};
+
+protected:
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Resize() override;
+    void Form_Unload() override;
+
+private:
+    void loadTiles();
+    void loadPines();
+    void loadBanner();
+    void layOutBanner();
+    void showDocument(WorldMap document);
+    void Toolbar_ButtonClick(const QString& key, bool pressed);
+};
+
+FrmMapa& frmMapa();

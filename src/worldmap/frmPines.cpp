@@ -1,0 +1,6 @@
+#include "worldmap/frmPines.h"
+
+FrmPines& frmPines()
+{
+    return platform::FormRegistry::shared<FrmPines>();
+}

@@ -1,0 +1,6 @@
+#include "worldmap/frmTiles.h"
+
+FrmTiles& frmTiles()
+{
+    return platform::FormRegistry::shared<FrmTiles>();
+}

@@ -1,0 +1,6 @@
+#include "worldmap/frmTilesLocales.h"
+
+FrmTilesLocales& frmTilesLocales()
+{
+    return platform::FormRegistry::shared<FrmTilesLocales>();
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QPoint>
+#include <QSize>
+
+/// Where the hexagonal cells of the world map lie. All lengths are in pixels of the map's picture;
+/// a cell is a QPoint (x = column, y = row) counted from 0 at the top left corner.
+namespace hex
+{
+
+inline constexpr int cellWidth = 15;
+inline constexpr int cellHeight = 14;
+/// From one column to the next; pictures of neighbouring columns overlap by the rest.
+inline constexpr int columnPitch = cellWidth * 3 / 4;
+/// How far odd columns are shifted down.
+inline constexpr int oddColumnShift = cellHeight / 2;
+
+static_assert(columnPitch == 11 && oddColumnShift == 7);
+
+/// Top left corner of a cell's picture.
+constexpr QPoint cellOrigin(int x, int y)
+{
+    return {columnPitch * x, oddColumnShift * (x & 1) + cellHeight * y};
+}
+
+/// Size of the picture of a whole map. The last column's pictures are cut where the next column
+/// would begin.
+constexpr QSize mapSize(int columns, int rows)
+{
+    return {columnPitch * columns, oddColumnShift + cellHeight * rows};
+}
+
+/// The cell under a point, relative to the cell at the top left corner of the view, whose column
+/// must be even. A strip where two columns overlap belongs to the right-hand one. The result may
+/// lie outside the map.
+constexpr QPoint cellAt(QPoint point)
+{
+    constexpr auto floorDivide = [](int a, int b) { return a / b - (a % b < 0 ? 1 : 0); };
+    const int column = floorDivide(point.x(), columnPitch);
+    const int odd = column & 1;
+    return {column, floorDivide(point.y() + oddColumnShift * odd, cellHeight) - odd};
+}
+
+} // namespace hex

@@ -1,0 +1,253 @@
+#include "worldmap/map_file.h"
+
+#include "platform/core/app_folder.h"
+#include "platform/core/text_codec.h"
+#include "platform/core/text_file.h"
+#include "worldmap/hex_geometry.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+using platform::Error;
+using platform::ErrorNumber;
+using platform::TextFile;
+
+namespace
+{
+
+// The six lines of a map file, counted from 0.
+enum Line : std::size_t { NameLine, SizeLine, LatitudeLine, NotesLine, TilesLine, PlacesLine };
+constexpr std::size_t lineCount = 6;
+
+constexpr char16_t fieldSeparator = u';';
+constexpr char16_t placeEnd = u'|';
+// A line break inside notes, which the format has no other way to hold.
+constexpr char16_t lineBreakMark = u'\u00B6';
+
+constexpr qsizetype maxFileNameLength = 120;
+
+int parseNumber(const TextFile& file, std::size_t line, QStringView text, const QString& what)
+{
+    bool isNumber = false;
+    const int value = text.toShort(&isNumber);
+    if (!isNumber)
+        throw file.errorAt(line, u"%1 no es un número entero entre -32768 y 32767: "
+                                 "«%2»"_s.arg(what, text.left(40)));
+    return value;
+}
+
+/// Two numbers joined by ";".
+std::pair<int, int> parsePair(const TextFile& file, std::size_t line, const QString& first,
+                              const QString& second)
+{
+    const QStringList fields = file.lines[line].split(fieldSeparator);
+    if (fields.size() != 2)
+        throw file.errorAt(line, u"se esperaban dos números separados por «;» (%1 y "
+                                 "%2), y hay %3 campos"_s.arg(first, second)
+                                     .arg(fields.size()));
+    return {parseNumber(file, line, fields[0], first), parseNumber(file, line, fields[1], second)};
+}
+
+void checkSize(const TextFile& file, const WorldMap& map)
+{
+    if (map.ancho < 1 || map.alto < 1)
+        throw file.errorAt(SizeLine, u"un mapa de %1 filas y %2 columnas no es "
+                                     "posible"_s.arg(map.alto)
+                                         .arg(map.ancho));
+    const QSize pixels = hex::mapSize(map.ancho, map.alto);
+    constexpr qint64 bytesPerPixel = 4;
+    if (bytesPerPixel * pixels.width() * pixels.height() > maxBufferBytes)
+        throw file.errorAt(SizeLine,
+                           u"el mapa es demasiado grande (%1 filas y %2 columnas): "
+                           "su dibujo pasaría de %3 MB"_s.arg(map.alto)
+                               .arg(map.ancho)
+                               .arg(maxBufferBytes / (1024 * 1024)),
+                           ErrorNumber::TooLarge);
+}
+
+void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile)
+{
+    const QString& line = file.lines[TilesLine];
+    const qsizetype wanted = qsizetype{map.ancho} * map.alto;
+    const qsizetype found = line.count(fieldSeparator);
+    if (found != wanted || !line.endsWith(fieldSeparator))
+        throw file.errorAt(TilesLine, u"hay %1 casillas terminadas en «;» y el mapa, de %2 × "
+                                      "%3, tiene %4"_s.arg(found)
+                                          .arg(map.alto)
+                                          .arg(map.ancho)
+                                          .arg(wanted));
+    map.mapaTiles = platform::Grid<QString>(map.alto, map.ancho);
+    QSet<QString> known; // also makes all cells of one tile share one text
+    qsizetype start = 0;
+    qsizetype cell = 0;
+    for (QString& tile : map.mapaTiles) {
+        const qsizetype end = line.indexOf(fieldSeparator, start);
+        tile = line.sliced(start, end - start);
+        start = end + 1;
+        auto shared = known.constFind(tile);
+        if (shared == known.constEnd()) {
+            if (!tile.isEmpty() && !isTile(tile))
+                throw file.errorAt(TilesLine, u"el tile «%1» de la casilla X:%2 Y:%3 "
+                                              "no está definido"_s.arg(tile.left(40))
+                                                  .arg(cell % map.ancho)
+                                                  .arg(cell / map.ancho));
+            shared = known.insert(tile);
+        }
+        tile = *shared;
+        ++cell;
+    }
+}
+
+void parsePlace(const TextFile& file, WorldMap& map, const QString& text, const IsDefined& isPin,
+                QSet<QString>& names)
+{
+    const auto fail = [&](const QString& reason) {
+        return file.errorAt(PlacesLine, u"el lugar «%1» %2"_s.arg(text.left(60), reason));
+    };
+    const QStringList fields = text.split(fieldSeparator);
+    if (fields.size() != 5)
+        throw fail(u"tiene %1 campos en vez de 5 (fila, columna, pin, nombre y "
+                   "notas)"_s.arg(fields.size()));
+    const int row = parseNumber(file, PlacesLine, fields[0], u"la fila de un lugar"_s);
+    const int column = parseNumber(file, PlacesLine, fields[1], u"la columna de un lugar"_s);
+    const Place place{fields[2], fields[3],
+                      QString(fields[4]).replace(QChar(lineBreakMark), QChar(u'\n'))};
+    if (!map.mapaPines.contains(row, column))
+        throw fail(u"está fuera del mapa"_s);
+    if (!map.mapaPines(row, column).isEmpty())
+        throw fail(u"cae en una casilla que ya tiene un lugar"_s);
+    if (!isPin(place.pin))
+        throw fail(u"usa el pin «%1», que no está definido"_s.arg(place.pin.left(40)));
+    if (place.name.isEmpty())
+        throw fail(u"no tiene nombre"_s);
+    if (names.contains(place.name))
+        throw fail(u"repite el nombre de otro lugar"_s);
+    names.insert(place.name);
+    map.mapaPines(row, column) = place.stored();
+}
+
+void parsePlaces(const TextFile& file, WorldMap& map, const IsDefined& isPin)
+{
+    map.mapaPines = platform::Grid<QString>(map.alto, map.ancho);
+    QStringList places = file.lines[PlacesLine].split(placeEnd);
+    if (!places.takeLast().isEmpty())
+        throw file.errorAt(PlacesLine, u"falta «|» detrás del último lugar"_s);
+    QSet<QString> names;
+    for (const QString& place : places)
+        parsePlace(file, map, place, isPin, names);
+}
+
+/// A text of the document as its file holds it. Throws Error when it would break the format.
+QString storable(const QString& text, const QString& what)
+{
+    QString stored = text;
+    stored.replace(u"\r\n"_s, u"\n"_s);
+    stored.replace(u'\n', QChar(lineBreakMark));
+    const auto isForbidden = [](QChar c) {
+        return c == fieldSeparator || c == placeEnd || c == u'\r';
+    };
+    if (const auto* const bad = std::find_if(stored.begin(), stored.end(), isForbidden);
+        bad != stored.end())
+        throw Error(ErrorNumber::BadCharacter,
+                    u"el carácter «%1» no puede formar parte de %2"_s.arg(*bad).arg(what));
+    return stored;
+}
+
+QString mapFileText(const WorldMap& map)
+{
+    const QString lineEnd = u"\r\n"_s;
+    QString text = storable(map.nombre, u"un nombre de mapa"_s) + lineEnd;
+    text += u"%1;%2"_s.arg(map.alto).arg(map.ancho) + lineEnd;
+    text += u"%1;%2"_s.arg(map.latNorte).arg(map.latSur) + lineEnd;
+    text += storable(map.notasMapa, u"las notas del mapa"_s) + lineEnd;
+    for (const QString& tile : map.mapaTiles)
+        text += tile + fieldSeparator;
+    text += lineEnd;
+    for (int row = 0; row < map.alto; ++row) {
+        for (int column = 0; column < map.ancho; ++column) {
+            const QString& cell = map.mapaPines(row, column);
+            if (cell.isEmpty())
+                continue;
+            const Place place = Place::fromStored(cell);
+            const Place stored{place.pin, storable(place.name, u"el nombre de un lugar"_s),
+                               storable(place.notes, u"las notas de un lugar"_s)};
+            text += u"%1;%2;"_s.arg(row).arg(column) + stored.stored() + placeEnd;
+        }
+    }
+    return text + lineEnd;
+}
+
+} // namespace
+
+WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin)
+{
+    const TextFile file = platform::readTextFile(path);
+    if (file.lines.size() != lineCount)
+        throw file.errorAt(
+            std::min(file.lines.size(), lineCount),
+            u"un mapa tiene seis líneas y este archivo tiene %1"_s.arg(file.lines.size()));
+    WorldMap map;
+    map.nombre = file.lines[NameLine];
+    std::tie(map.alto, map.ancho) = parsePair(file, SizeLine, u"el alto"_s, u"el ancho"_s);
+    checkSize(file, map);
+    std::tie(map.latNorte, map.latSur) =
+        parsePair(file, LatitudeLine, u"la latitud norte"_s, u"la latitud sur"_s);
+    map.notasMapa = QString(file.lines[NotesLine]).replace(QChar(lineBreakMark), QChar(u'\n'));
+    parseTiles(file, map, isTile);
+    parsePlaces(file, map, isPin);
+    return map;
+}
+
+void writeMapFile(const WorldMap& map)
+{
+    const auto fail = [&](ErrorNumber number, const QString& reason) {
+        return Error(number, u"No se puede guardar el mapa «%1»: %2."_s.arg(map.nombre, reason));
+    };
+    if (const std::optional<QString> problem = mapNameProblem(map.nombre))
+        throw fail(ErrorNumber::BadName, *problem);
+    QByteArray bytes;
+    try {
+        bytes = platform::toWindows1252(mapFileText(map));
+    } catch (const Error& error) {
+        throw fail(error.number, error.description);
+    }
+    const QString path = mapFilePath(map.nombre);
+    QDir().mkpath(QFileInfo(path).path());
+    platform::writeFileAtomically(path, bytes);
+}
+
+QString mapFilePath(const QString& mapName)
+{
+    return platform::inAppFolder(u"mapas\\%1.map"_s.arg(mapName));
+}
+
+std::optional<QString> mapNameProblem(const QString& name)
+{
+    static const QString forbidden = u"\\/:*?\"<>|;"_s;
+    static const QStringList devices = {u"CON"_s, u"PRN"_s, u"AUX"_s, u"NUL"_s};
+    for (const QChar c : name) {
+        if (forbidden.contains(c))
+            return u"el nombre no puede contener «%1»"_s.arg(c);
+        if (c.category() == QChar::Other_Control)
+            return u"el nombre contiene un carácter de control o un salto de línea"_s;
+    }
+    if (const std::optional<QString> outside = platform::firstOutsideWindows1252(name))
+        return u"el nombre contiene «%1», que no se puede guardar"_s.arg(*outside);
+    if (name.trimmed().isEmpty())
+        return u"el nombre está vacío"_s;
+    if (name.startsWith(u' ') || name.endsWith(u' ') || name.startsWith(u'.') ||
+        name.endsWith(u'.'))
+        return u"el nombre no puede empezar ni acabar en espacio o punto"_s;
+    if (name.size() > maxFileNameLength)
+        return u"el nombre tiene más de %1 letras"_s.arg(maxFileNameLength);
+    const QString stem = name.section(u'.', 0, 0).toUpper();
+    const bool port = stem.size() == 4 && stem[3].isDigit() &&
+                      (stem.startsWith("COM"_L1) || stem.startsWith("LPT"_L1));
+    if (devices.contains(stem) || port)
+        return u"«%1» es un nombre reservado en algunos sistemas"_s.arg(name);
+    return std::nullopt;
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/core/error.h"
+#include "platform/forms/form.h"
+#include "platform/forms/list_view.h"
+#include "worldmap/definitions.h"
+
+/// What the three palette windows have in common: a report list of definitions. Closing one by its
+/// box only hides it, because its list is also where definitions are looked up.
+template <typename Design, auto ListControl>
+class PaletteForm : public platform::Form<Design>
+{
+public:
+    Palette palette;
+
+    void createColumns()
+    {
+        this->window();
+        palette.items.setColumns(palette.kind.columns);
+    }
+
+    /// Fills palette and collections from the definition file and selects the first definition.
+    /// Throws Error, with everything as it was.
+    void load(PictureCollection& pictures, PictureCollection& masks)
+    {
+        loadDefinitions(palette, pictures, masks);
+        list().selectFirst();
+    }
+
+    /// The name of the definition selected. Throws Error (NoSuchKey) when there is none.
+    QString selectedName()
+    {
+        const platform::ListItem* const selected = list().selectedItem();
+        if (!selected)
+            throw platform::Error(
+                platform::ErrorNumber::NoSuchKey,
+                QStringLiteral("No hay ningún elemento seleccionado en la ventana "
+                               "«%1».")
+                    .arg(this->window().windowTitle()));
+        return selected->key();
+    }
+
+protected:
+    explicit PaletteForm(const DefinitionKind& kind) : palette(kind) {}
+
+    void Form_Load() override
+    {
+        this->window().setWindowFlags(Qt::Tool);
+        list().setItems(palette.items, palette.images);
+    }
+
+    void closeBox() override { this->hide(); }
+
+private:
+    platform::ListView& list() { return *(this->ui().*ListControl); }
+};

@@ -1,0 +1,189 @@
+#include "app/procs.h"
+#include "platform/core/list_items.h"
+#include "platform/core/random_source.h"
+#include "platform/core/text_codec.h"
+#include "platform/core/text_file.h"
+#include "support.h"
+
+#include <QAbstractItemModelTester>
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <array>
+
+using namespace Qt::StringLiterals;
+using platform::ErrorNumber;
+using platform::ListItem;
+using platform::ListItems;
+
+TEST(TextCodec, EveryByteSurvivesBothWays)
+{
+    QByteArray all;
+    for (int byte = 0; byte < 256; ++byte)
+        all.append(static_cast<char>(byte));
+    const QString text = platform::fromWindows1252(all);
+    EXPECT_EQ(platform::toWindows1252(text), all);
+    EXPECT_EQ(platform::fromWindows1252("S\xED \x80 \x97"), u"Sí € —"_s);
+}
+
+TEST(TextCodec, NamesTheFirstCharacterItLacks)
+{
+    EXPECT_FALSE(platform::firstOutsideWindows1252(u"año «€»"_s));
+    EXPECT_EQ(platform::firstOutsideWindows1252(u"a→b"_s), u"→"_s);
+    EXPECT_EQ(platform::firstOutsideWindows1252(u"dragón 🐉 rojo"_s), u"🐉"_s);
+    expectError([] { platform::toWindows1252(u"río Łódź"_s); }, ErrorNumber::BadCharacter,
+                {u"«Ł»"_s});
+    // Control characters of the second kind are not the characters of the bytes 0x80 to 0x9F.
+    expectError([] { platform::toWindows1252(u"\u0080"_s); }, ErrorNumber::BadCharacter, {});
+}
+
+TEST(TextFile, EndsLinesAtEveryKindOfLineEnd)
+{
+    const auto lines = [](const QString& text) {
+        const std::vector<QString> found = platform::splitLines(text);
+        return QStringList(found.begin(), found.end());
+    };
+    EXPECT_EQ(lines(u"a\r\nb\rc\nd"_s), (QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s}));
+    EXPECT_EQ(lines(u"a\r\n\r\n"_s), (QStringList{u"a"_s, u""_s}));
+    EXPECT_EQ(lines(u"\r\r\n\n"_s), (QStringList{u""_s, u""_s, u""_s}));
+    EXPECT_EQ(lines(u""_s), QStringList());
+}
+
+TEST(TextFile, ReportsWhatCannotBeRead)
+{
+    const TempAppFolder app;
+    app.write(u"carpeta/x.ini"_s, "abc");
+    expectError([&] { platform::readTextFile(app.path(u"falta.ini"_s)); },
+                ErrorNumber::FileNotFound, {u"«falta.ini»"_s});
+    expectError([&] { platform::readTextFile(app.path(u"carpeta"_s)); },
+                ErrorNumber::FileUnreadable, {u"«carpeta»"_s, u"es una carpeta"_s});
+    expectError([&] { platform::readFile(app.path(u"carpeta/x.ini"_s), 2); }, ErrorNumber::TooLarge,
+                {QDir::toNativeSeparators(u"carpeta/x.ini"_s)});
+    QFile::setPermissions(app.path(u"carpeta/x.ini"_s), QFile::WriteOwner);
+    const WithoutPrivileges plainUser;
+    expectError([&] { platform::readTextFile(app.path(u"carpeta/x.ini"_s)); },
+                ErrorNumber::FileUnreadable, {u"permiso denegado"_s});
+}
+
+TEST(TextFile, AFailedWriteLeavesTheOldFileWhole)
+{
+    const TempAppFolder app;
+    const QString file = app.path(u"datos/f.txt"_s);
+    app.write(u"datos/f.txt"_s, "old");
+    {
+        const FullDisk disk(1000);
+        expectError([&] { platform::writeFileAtomically(file, QByteArray(100'000, 'x')); },
+                    ErrorNumber::FileUnwritable, {u"f.txt"_s, u"No se puede guardar"_s});
+    }
+    EXPECT_EQ(app.read(u"datos/f.txt"_s), "old");
+    EXPECT_EQ(QDir(app.path(u"datos"_s)).entryList(QDir::Files | QDir::Hidden),
+              QStringList{u"f.txt"_s})
+        << "a temporary file was left behind";
+
+    QDir().mkpath(app.path(u"carpeta.map"_s));
+    expectError([&] { platform::writeFileAtomically(app.path(u"carpeta.map"_s), "x"); },
+                ErrorNumber::FileUnwritable, {u"hay una carpeta"_s});
+
+    QFile::setPermissions(app.path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ExeOther);
+    QFile::setPermissions(app.path(u"datos"_s), QFile::ReadOther | QFile::ExeOther);
+    {
+        const WithoutPrivileges plainUser;
+        expectError([&] { platform::writeFileAtomically(file, "new"); },
+                    ErrorNumber::FileUnwritable, {u"permiso denegado"_s});
+    }
+    QFile::setPermissions(app.path(u"datos"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    EXPECT_EQ(app.read(u"datos/f.txt"_s), "old");
+    platform::writeFileAtomically(file, "new");
+    EXPECT_EQ(app.read(u"datos/f.txt"_s), "new");
+}
+
+TEST(AppFolder, ForgivesBackslashesAndLetterCase)
+{
+    const TempAppFolder app;
+    app.write(u"Ini/Pics/Árbol.gif"_s, "x");
+    app.write(u"Ini/Pics/uno.gif"_s, "x");
+    app.write(u"Ini/Pics/UNO.gif"_s, "x");
+    EXPECT_EQ(platform::inAppFolder(u"ini\\pics\\árbol.GIF"_s), app.path(u"Ini/Pics/Árbol.gif"_s));
+    EXPECT_EQ(platform::inAppFolder(u"ini/pics/uno.gif"_s), app.path(u"Ini/Pics/uno.gif"_s))
+        << "a name that is there as written wins";
+    EXPECT_EQ(platform::inAppFolder(u"INI\\nuevo.Map"_s), app.path(u"Ini/nuevo.Map"_s));
+    EXPECT_EQ(platform::displayPath(app.path(u"Ini/x"_s)), QDir::toNativeSeparators(u"Ini/x"_s));
+}
+
+TEST(RandomInRange, GivesEveryValueOfTheRangeAndNoOther)
+{
+    platform::randomSource().seed(1);
+    std::array<int, 5> counts{};
+    constexpr int draws = 50'000;
+    for (int i = 0; i < draws; ++i) {
+        const int n = Procs::RandomInRange(-2, 2);
+        ASSERT_TRUE(n >= -2 && n <= 2);
+        ++counts[static_cast<std::size_t>(n + 2)];
+        ASSERT_EQ(Procs::RandomInRange(5, 5), 5);
+    }
+    for (const int count : counts)
+        EXPECT_NEAR(count, draws / 5, draws / 100); // over 10 standard deviations
+    const int widest = Procs::RandomInRange(INT32_MIN, INT32_MAX);
+    EXPECT_NE(widest, Procs::RandomInRange(INT32_MIN, INT32_MAX));
+}
+
+TEST(ErrorReport, HasTheFixedForm)
+{
+    EXPECT_EQ(Procs::errorReport({ErrorNumber::FileNotFound, u"No está 100 %1"_s}, u"loadArmas"_s,
+                                 u"Módulo Procs"_s),
+              u"Error 2 (No está 100 %1) in procedure loadArmas of Módulo Procs"_s);
+}
+
+namespace {
+
+QStringList texts(const ListItems& items)
+{
+    QStringList all;
+    for (int i = 0; i < items.count(); ++i)
+        all.append(items.at(i).text());
+    return all;
+}
+
+} // namespace
+
+TEST(ListItems, KeepsOrderKeysAndSubItems)
+{
+    ListItems items;
+    const QAbstractItemModelTester tester(&items); // any broken model rule fails the test
+    items.setColumns({{u"nombre"_s, u"Nombre"_s, 100}, {u"precio"_s, u"Precio"_s, 50}});
+    items.add(u"k1"_s, u"Zeta"_s).setSubItem(u"precio"_s, u"10"_s);
+    items.add(u"k2"_s, u"alfa"_s);
+    expectError([&] { items.add(u"k1"_s, u"otra"_s); }, ErrorNumber::DuplicateKey, {u"«k1»"_s});
+    items.add(u"K1"_s, u"mayúscula"_s); // another key
+    EXPECT_EQ(texts(items), (QStringList{u"Zeta"_s, u"alfa"_s, u"mayúscula"_s}));
+    EXPECT_EQ(items.find(u"k1"_s)->subItem(u"precio"_s), u"10"_s);
+    EXPECT_EQ(items.find(u"k9"_s), nullptr);
+    expectError([&] { items.find(u"k2"_s)->subItem(u"precio"_s); }, ErrorNumber::NoSuchKey,
+                {u"alfa"_s, u"precio"_s});
+    EXPECT_EQ(items.data(items.index(0, 1), Qt::DisplayRole).toString(), u"10"_s);
+    EXPECT_EQ(items.data(items.index(1, 1), Qt::DisplayRole).toString(), u""_s);
+}
+
+TEST(ListItems, SortsAsTextBySpanishRulesAndKeepsSelection)
+{
+    ListItems items;
+    const QAbstractItemModelTester tester(&items);
+    items.setColumns({{u"nombre"_s, u"Nombre"_s, 100}, {u"precio"_s, u"Precio"_s, 50}});
+    const QStringList names{u"nube"_s, u"ñandú"_s, u"Árbol"_s, u"zorro"_s, u"oca"_s, u"barro"_s};
+    const QStringList prices{u"9"_s, u"10"_s, u"9"_s, u"100"_s, u"2"_s, u"10"_s};
+    for (int i = 0; i < names.size(); ++i)
+        items.add(names[i], names[i]).setSubItem(u"precio"_s, prices[i]);
+    const QPersistentModelIndex pinned = items.index(3, 0);
+
+    items.sortByColumn(0);
+    EXPECT_EQ(texts(items), (QStringList{u"Árbol"_s, u"barro"_s, u"nube"_s, u"ñandú"_s, u"oca"_s,
+                                         u"zorro"_s}));
+    EXPECT_EQ(pinned.data().toString(), u"zorro"_s);
+    items.sortByColumn(1); // as text, equal ones as they stood
+    EXPECT_EQ(texts(items), (QStringList{u"barro"_s, u"ñandú"_s, u"zorro"_s, u"oca"_s, u"Árbol"_s,
+                                         u"nube"_s}));
+    QSignalSpy changes(&items, &QAbstractItemModel::dataChanged);
+    items.find(u"oca"_s)->setIcon(7);
+    ASSERT_EQ(changes.count(), 1);
+    EXPECT_EQ(changes[0][0].toModelIndex().row(), 3);
+}

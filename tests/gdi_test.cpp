@@ -1,0 +1,171 @@
+#include "platform/gdi/image_list.h"
+#include "platform/gdi/memory_dc.h"
+#include "platform/gdi/picture.h"
+#include "support.h"
+
+#include <random>
+
+using namespace Qt::StringLiterals;
+using platform::ErrorNumber;
+using platform::MemoryDC;
+using platform::RasterOp;
+
+namespace {
+
+constexpr QRgb colourBits = 0xffffff;
+
+MemoryDC noise(int width, int height, unsigned seed)
+{
+    std::mt19937 engine(seed);
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, 0xff000000 | (engine() & colourBits));
+    }
+    return MemoryDC(image);
+}
+
+QRgb combined(QRgb dst, QRgb src, RasterOp op)
+{
+    switch (op) {
+    case RasterOp::SRCCOPY:
+        return src & colourBits;
+    case RasterOp::SRCAND:
+        return dst & src & colourBits;
+    case RasterOp::SRCPAINT:
+        return (dst | src) & colourBits;
+    }
+    return 0;
+}
+
+} // namespace
+
+TEST(MemoryDC, BlitsEveryOperationClippedToBothSurfaces)
+{
+    struct Case {
+        int x, y, w, h, sourceX, sourceY;
+    };
+    const std::vector<Case> cases{{2, 3, 5, 4, 0, 0},     {-3, -2, 9, 9, 1, 1},
+                                  {18, 12, 10, 10, 0, 0}, {0, 0, 40, 40, -4, -5},
+                                  {5, 5, 4, 4, 30, 0},    {5, 5, 0, -2, 0, 0},
+                                  {-50, 0, 10, 10, 0, 0}, {3, 3, 8, 8, 8, 6}};
+    for (const RasterOp op : {RasterOp::SRCCOPY, RasterOp::SRCAND, RasterOp::SRCPAINT}) {
+        for (const Case& c : cases) {
+            const MemoryDC before = noise(20, 15, 1);
+            const MemoryDC source = noise(12, 10, 2);
+            MemoryDC after = before;
+            after.BitBlt(c.x, c.y, c.w, c.h, source, c.sourceX, c.sourceY, op);
+            for (int y = 0; y < 15; ++y) {
+                for (int x = 0; x < 20; ++x) {
+                    const QPoint from(x - c.x + c.sourceX, y - c.y + c.sourceY);
+                    const bool drawn = x >= c.x && x < c.x + c.w && y >= c.y && y < c.y + c.h &&
+                                       source.image().rect().contains(from);
+                    const QRgb old = before.image().pixel(x, y);
+                    const QRgb wanted = drawn ? combined(old, source.image().pixel(from), op)
+                                              : old & colourBits;
+                    ASSERT_EQ(after.image().pixel(x, y) & colourBits, wanted)
+                        << x << ',' << y << " op " << static_cast<int>(op);
+                }
+            }
+        }
+    }
+}
+
+TEST(MemoryDC, HalftoneAveragesTheCoveredArea)
+{
+    QImage checks(4, 2, QImage::Format_RGB32);
+    for (int x = 0; x < 4; ++x) {
+        checks.setPixel(x, 0, x < 2 ? qRgb(200, 0, 10) : qRgb(0, 0, 0));
+        checks.setPixel(x, 1, x < 2 ? qRgb(100, 0, 20) : qRgb(0, 40, 0));
+    }
+    MemoryDC target(3, 1);
+    target.SetStretchBltMode(platform::StretchMode::HALFTONE);
+    target.StretchBlt(0, 0, 2, 1, MemoryDC(checks), 0, 0, 4, 2, RasterOp::SRCCOPY);
+    EXPECT_EQ(target.image().pixel(0, 0), qRgb(150, 0, 15));
+    EXPECT_EQ(target.image().pixel(1, 0), qRgb(0, 20, 0));
+    EXPECT_EQ(target.image().pixel(2, 0), qRgb(0, 0, 0)) << "drew beyond its rectangle";
+
+    // Four pixels into three: each covers one and a third.
+    target.StretchBlt(0, 0, 3, 1, MemoryDC(checks), 0, 0, 4, 1, RasterOp::SRCCOPY);
+    EXPECT_EQ(qRed(target.image().pixel(0, 0)), 200);
+    EXPECT_EQ(qRed(target.image().pixel(1, 0)), 100);
+    EXPECT_EQ(qRed(target.image().pixel(2, 0)), 0);
+
+    // A mean over everything, whatever the sizes: no weight is lost.
+    const MemoryDC source = noise(37, 23, 5);
+    MemoryDC dot(1, 1);
+    dot.SetStretchBltMode(platform::StretchMode::HALFTONE);
+    dot.StretchBlt(0, 0, 1, 1, source, 0, 0, 37, 23, RasterOp::SRCCOPY);
+    double sum = 0;
+    for (int y = 0; y < 23; ++y) {
+        for (int x = 0; x < 37; ++x)
+            sum += qGreen(source.image().pixel(x, y));
+    }
+    EXPECT_EQ(qGreen(dot.image().pixel(0, 0)), qRound(sum / (37 * 23)));
+}
+
+TEST(MemoryDC, EqualSizesAreCopiedPixelForPixelInEveryMode)
+{
+    const MemoryDC source = noise(15, 14, 3);
+    MemoryDC target(15, 14);
+    target.SetStretchBltMode(platform::StretchMode::HALFTONE);
+    target.StretchBlt(0, 0, 15, 14, source, 0, 0, 15, 14, RasterOp::SRCCOPY);
+    EXPECT_EQ(target.image(), source.image());
+}
+
+TEST(MemoryDC, PenDrawsHardEdgedLines)
+{
+    MemoryDC dc(12, 8);
+    const platform::Pen pen{2, qRgb(60, 30, 20)};
+    dc.MoveToEx({2, 4});
+    dc.LineTo({9, 4}, pen);
+    dc.LineTo({9, 7}, pen);
+    int drawn = 0;
+    for (int y = 0; y < 8; ++y) {
+        for (int x = 0; x < 12; ++x) {
+            const QRgb pixel = dc.image().pixel(x, y);
+            ASSERT_TRUE(pixel == qRgb(0, 0, 0) || pixel == pen.color) << "a blended pixel";
+            drawn += pixel == pen.color ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(dc.image().pixel(5, 4), pen.color);
+    EXPECT_EQ(dc.image().pixel(9, 6), pen.color);
+    EXPECT_NEAR(drawn, 2 * (7 + 3), 4);
+}
+
+TEST(Picture, RefusesWhatIsNotAWholeGif)
+{
+    const TempAppFolder app;
+    const QByteArray gif = onePixelGif();
+    app.write(u"bien.gif"_s, gif);
+    app.write(u"cola.gif"_s, gif + "trailing bytes do no harm");
+    EXPECT_EQ(platform::loadPicture(app.path(u"bien.gif"_s)).size(), QSize(1, 1));
+    EXPECT_EQ(platform::loadPicture(app.path(u"cola.gif"_s)).size(), QSize(1, 1));
+
+    // Cut off anywhere before the end of its pixels, a GIF is no picture.
+    const qsizetype endOfPixels = gif.size() - 2;
+    for (qsizetype length = 0; length <= endOfPixels; ++length) {
+        app.write(u"corto.gif"_s, gif.first(length));
+        expectError([&] { platform::loadPicture(app.path(u"corto.gif"_s)); },
+                    ErrorNumber::BadPicture, {u"«corto.gif»"_s});
+    }
+    app.write(u"texto.gif"_s, "Esto no es una imagen");
+    expectError([&] { platform::loadPicture(app.path(u"texto.gif"_s)); }, ErrorNumber::BadPicture,
+                {u"«texto.gif»"_s});
+    expectError([&] { platform::loadPicture(app.path(u"falta.gif"_s)); },
+                ErrorNumber::FileNotFound, {u"«falta.gif»"_s});
+}
+
+TEST(ImageList, CountsPositionsFromOne)
+{
+    platform::ImageList images;
+    QImage dot(1, 1, QImage::Format_RGB32);
+    dot.fill(Qt::red);
+    EXPECT_EQ(images.add(u"a"_s, dot), 1);
+    EXPECT_EQ(images.add(u"b"_s, dot), 2);
+    EXPECT_EQ(images.positionOf(u"b"_s), 2);
+    EXPECT_EQ(images.positionOf(u"c"_s), 0);
+    EXPECT_TRUE(images.at(0).isNull());
+    EXPECT_TRUE(images.at(3).isNull());
+    expectError([&] { images.add(u"a"_s, dot); }, ErrorNumber::DuplicateKey, {u"«a»"_s});
+}

@@ -1,0 +1,110 @@
+#include "support.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <csignal>
+#include <ostream>
+#include <sys/resource.h>
+#include <unistd.h>
+
+TempAppFolder::TempAppFolder() : scope_(folder_.path())
+{
+    EXPECT_TRUE(folder_.isValid());
+}
+
+QString TempAppFolder::path(const QString& relative) const
+{
+    return relative.isEmpty() ? folder_.path() : folder_.filePath(relative);
+}
+
+void TempAppFolder::write(const QString& relative, const QByteArray& bytes) const
+{
+    const QString file = path(relative);
+    QDir().mkpath(QFileInfo(file).path());
+    QFile out(file);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly)) << file.toStdString();
+    ASSERT_EQ(out.write(bytes), bytes.size());
+}
+
+QByteArray TempAppFolder::read(const QString& relative) const
+{
+    QFile in(path(relative));
+    EXPECT_TRUE(in.open(QIODevice::ReadOnly)) << relative.toStdString();
+    return in.readAll();
+}
+
+void TempAppFolder::addShippedData() const
+{
+    const QDir source(shippedDataFolder());
+    QDirIterator files(source.path(), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString target = path(source.relativeFilePath(files.next()));
+        QDir().mkpath(QFileInfo(target).path());
+        ASSERT_TRUE(QFile::copy(files.filePath(), target));
+    }
+}
+
+QString shippedDataFolder()
+{
+    return QStringLiteral(KESTRUNE_DATA);
+}
+
+QByteArray onePixelGif()
+{
+    return QByteArray::fromHex("47494638396101000100800000000000ffffff2c00000000010001000002024401003b");
+}
+
+void expectError(const std::function<void()>& call, platform::ErrorNumber number,
+                 const QStringList& fragments)
+{
+    try {
+        call();
+        ADD_FAILURE() << "no error";
+    } catch (const platform::Error& error) {
+        EXPECT_EQ(error.number, number) << error.what();
+        for (const QString& fragment : fragments)
+            EXPECT_TRUE(error.description.contains(fragment))
+                << fragment.toStdString() << " is not in: " << error.what();
+    }
+}
+
+namespace {
+constexpr uid_t nobody = 65534;
+}
+
+WithoutPrivileges::WithoutPrivileges()
+{
+    if (getuid() == 0)
+        EXPECT_EQ(seteuid(nobody), 0);
+}
+
+WithoutPrivileges::~WithoutPrivileges()
+{
+    if (getuid() == 0)
+        EXPECT_EQ(seteuid(0), 0);
+}
+
+FullDisk::FullDisk(unsigned long bytes)
+{
+    std::signal(SIGXFSZ, SIG_IGN); // the write fails instead of ending the process
+    rlimit limit{};
+    EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    previous_ = limit.rlim_cur;
+    limit.rlim_cur = bytes;
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+}
+
+FullDisk::~FullDisk()
+{
+    rlimit limit{};
+    EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    limit.rlim_cur = previous_;
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+}
+
+void PrintTo(const QString& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
