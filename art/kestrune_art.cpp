@@ -22,21 +22,22 @@ namespace fs = std::filesystem;
 namespace
 {
 
-/// One folder of art/ and the folder, below the same root, that receives its GIFs.
+/// One folder of art/, the folder that receives its GIFs, and the palette of its pictures.
 struct PictureSet {
     const char* source;
     const char* target;
+    const char* palette;
     bool withMasks; ///< also write NAME_m.gif: white where the picture is transparent, else black
 };
 
 constexpr std::array pictureSets{
-    PictureSet{"art/tiles", "data/ini/pics/tiles", false},
-    PictureSet{"art/pines", "data/ini/pics/pines", true},
-    PictureSet{"art/armas", "data/ini/pics/armas", false},
-    PictureSet{"art/armaduras", "data/ini/pics/armaduras", false},
-    PictureSet{"art/equipo", "data/ini/pics/equipo", false},
-    PictureSet{"art/conjuros", "data/ini/pics/conjuros", false},
-    PictureSet{"art/ui", "src/app/pictures", false},
+    PictureSet{"art/tiles", "data/ini/pics/tiles", "art/palettes/tiles.txt", false},
+    PictureSet{"art/pines", "data/ini/pics/pines", "art/palettes/pines.txt", true},
+    PictureSet{"art/armas", "data/ini/pics/armas", "art/palettes/items.txt", false},
+    PictureSet{"art/armaduras", "data/ini/pics/armaduras", "art/palettes/items.txt", false},
+    PictureSet{"art/equipo", "data/ini/pics/equipo", "art/palettes/items.txt", false},
+    PictureSet{"art/conjuros", "data/ini/pics/conjuros", "art/palettes/items.txt", false},
+    PictureSet{"art/ui", "src/app/pictures", "art/palettes/ui.txt", false},
 };
 
 constexpr char transparentMark = '.';
@@ -77,7 +78,7 @@ std::vector<std::string> readLines(const fs::path& path)
     return lines;
 }
 
-/// Reads a folder's palette.txt: lines "c #rrggbb note"; other lines are comments.
+/// Reads a palette: lines "c #rrggbb note"; other lines are comments.
 Palette readPalette(const fs::path& path)
 {
     Palette palette;
@@ -188,7 +189,7 @@ std::map<fs::path, std::string> buildAll(const fs::path& root)
         const fs::path folder = root / set.source;
         if (!fs::is_directory(folder))
             continue;
-        const Palette palette = readPalette(folder / "palette.txt");
+        const Palette palette = readPalette(root / set.palette);
         for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
             if (entry.path().extension() != ".pix")
                 continue;

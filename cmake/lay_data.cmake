@@ -3,6 +3,8 @@
 #   - a file of ours that is as it was laid follows its source: new version, or removed;
 #   - a file that the user changed, or made under the name of one of ours, is left alone;
 #   - a file of ours that is missing is laid again.
+cmake_minimum_required(VERSION 3.25)
+
 foreach(parameter SOURCE TARGET RECORD)
     if(NOT ${parameter})
         message(FATAL_ERROR "${parameter} is not set")

@@ -22,7 +22,7 @@ constexpr int mapaMargins = 32;
 constexpr int lugaresMargins = 24;
 
 constexpr QRgb bannerTextColor = qRgb(72, 63, 44);
-constexpr int bannerFontPixels = 25;
+constexpr int bannerFontPixels = 24;
 constexpr int smallestBannerFontPixels = 12;
 
 } // namespace
@@ -157,7 +157,7 @@ void FrmMapa::layOutBanner()
     const QSize left = controls.imgScrollLeft->sizeHint();
     const QSize right = controls.imgScrollRight->sizeHint();
     const int endsHalved = (left.width() + right.width()) / 2;
-    const int room = window().width() - endsHalved - 2 * gap;
+    const int room = window().width() - endsHalved - 2 * (gap + label.margin());
 
     // A name too long for the window is written smaller.
     QFont font = label.font();

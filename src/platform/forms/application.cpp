@@ -2,7 +2,6 @@
 
 #include "platform/core/error.h"
 #include "platform/forms/msg_box.h"
-#include "platform/forms/picture_box.h"
 
 #include <QFont>
 #include <QLibraryInfo>
@@ -39,9 +38,6 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv)
     setStyle(u"Fusion"_s);
 #endif
     substituteFonts();
-    setWindowIcon(
-        pixelIcon({QImage(u":/pictures/programa_16.gif"_s), QImage(u":/pictures/programa_32.gif"_s),
-                   QImage(u":/pictures/programa.gif"_s)}));
     if (qtTexts_.load(QLocale(QLocale::Spanish), u"qtbase"_s, u"_"_s,
                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         installTranslator(&qtTexts_);

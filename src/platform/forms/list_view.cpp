@@ -12,6 +12,10 @@ namespace platform
 namespace
 {
 
+// Room for an icon and up to four lines of text, in pixels.
+constexpr int iconCellWidth = 112;
+constexpr int iconCellHeight = 92;
+
 /// Draws an item's picture, which the list knows only by its position, before its text.
 class IconDelegate final : public QStyledItemDelegate
 {
@@ -118,6 +122,7 @@ IconView::IconView(QWidget* parent) : QListView(parent)
     setIconSize({largeIconSize, largeIconSize});
     setResizeMode(Adjust);
     setMovement(Static);
+    setGridSize({iconCellWidth, iconCellHeight});
     setWordWrap(true);
     setEditTriggers(NoEditTriggers);
 }

@@ -1,0 +1,144 @@
+// The files that ship with the program, checked as a user's program would read them.
+#include "catalogue/catalogue_file.h"
+#include "support.h"
+#include "worldmap/definitions.h"
+#include "worldmap/map_canvas.h"
+#include "worldmap/map_file.h"
+
+#include <QDir>
+#include <QSet>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ShippedData : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        app.addShippedData();
+        loadDefinitions(tiles, canvas.colTiles, canvas.colMascarasTiles);
+        loadDefinitions(pins, canvas.colPines, canvas.colMascarasPines);
+    }
+
+    TempAppFolder app;
+    Palette tiles{tilesKind()};
+    Palette pins{pinesKind()};
+    MapCanvas canvas;
+};
+
+// How far row y of a cell's shape is inset on either side, in pixels.
+constexpr std::array cellInsets{4, 3, 3, 2, 1, 1, 0, 0, 1, 1, 2, 3, 3, 4};
+
+bool insideCell(int x, int y)
+{
+    const int inset = cellInsets[static_cast<std::size_t>(y)];
+    return x >= inset && x < 15 - inset;
+}
+
+} // namespace
+
+TEST_F(ShippedData, MapsOpenAndSaveByteForByte)
+{
+    const QStringList maps = QDir(app.path(u"mapas"_s)).entryList({u"*.map"_s}, QDir::Files);
+    ASSERT_GE(maps.size(), 2);
+    QSet<std::pair<int, int>> sizes;
+    for (const QString& name : maps) {
+        SCOPED_TRACE(name.toStdString());
+        const QByteArray bytes = app.read(u"mapas/"_s + name);
+        const WorldMap map = readMapFile(
+            app.path(u"mapas/"_s + name), [&](const QString& t) { return canvas.colTiles.contains(t); },
+            [&](const QString& p) { return canvas.colPines.contains(p); });
+        EXPECT_EQ(map.nombre + u".map"_s, name);
+        ASSERT_TRUE(QFile::remove(app.path(u"mapas/"_s + name)));
+        writeMapFile(map);
+        EXPECT_TRUE(app.read(u"mapas/"_s + name) == bytes);
+        sizes.insert({map.alto, map.ancho});
+        for (int row = 0; row < map.alto; ++row) {
+            for (int column = 0; column < map.ancho; ++column)
+                EXPECT_TRUE(map.mapaPines(row, column).isEmpty() ||
+                            !map.mapaTiles(row, column).contains(u'M'))
+                    << "a place on water at " << column << ',' << row;
+        }
+    }
+    EXPECT_EQ(sizes.size(), maps.size()) << "maps of different sizes were meant";
+}
+
+TEST_F(ShippedData, CataloguesLoadAndSaveTheSameRecords)
+{
+    for (const CatalogueKind* const kind :
+         {&armasKind(), &armadurasKind(), &equipoKind(), &conjurosKind()}) {
+        SCOPED_TRACE(kind->file.toStdString());
+        const QByteArray bytes = app.read(u"ini/"_s + kind->file);
+        Catalogue catalogue(*kind);
+        loadCatalogue(catalogue);
+        EXPECT_GE(catalogue.items.count(), 12);
+        for (int i = 0; i < catalogue.items.count(); ++i)
+            EXPECT_NE(catalogue.items.at(i).icon(), 0) << catalogue.items.at(i).text().toStdString();
+        saveCatalogue(catalogue);
+        EXPECT_TRUE(app.read(u"ini/"_s + kind->file) == bytes);
+    }
+}
+
+TEST_F(ShippedData, TilesInterlockWithoutHolesOrOverlap)
+{
+    EXPECT_GE(tiles.items.count(), 24);
+    for (auto mask = canvas.colMascarasTiles.cbegin(); mask != canvas.colMascarasTiles.cend(); ++mask) {
+        SCOPED_TRACE(mask.key().toStdString());
+        ASSERT_NE(mask.value(), SIN_MASCARA);
+        const QImage& picture = canvas.colTiles.value(mask.key())->image();
+        ASSERT_EQ(picture.size(), QSize(15, 14));
+        ASSERT_EQ(mask.value()->image().size(), QSize(15, 14));
+        for (int y = 0; y < 14; ++y) {
+            for (int x = 0; x < 15; ++x) {
+                ASSERT_EQ(mask.value()->image().pixel(x, y),
+                          insideCell(x, y) ? qRgb(0, 0, 0) : qRgb(255, 255, 255));
+                ASSERT_TRUE(insideCell(x, y) || picture.pixel(x, y) == qRgb(0, 0, 0));
+            }
+        }
+    }
+    // Laid over a field of cells, the shape covers every inner pixel exactly once.
+    platform::Grid<int> covered(120, 120);
+    for (int row = 0; row < 7; ++row) {
+        for (int column = 0; column < 9; ++column) {
+            for (int y = 0; y < 14; ++y) {
+                for (int x = 0; x < 15; ++x)
+                    covered(14 * row + 7 * (column & 1) + y, 11 * column + x) += insideCell(x, y);
+            }
+        }
+    }
+    for (int y = 14; y < 90; ++y) {
+        for (int x = 15; x < 90; ++x)
+            ASSERT_EQ(covered(y, x), 1) << x << ',' << y;
+    }
+}
+
+TEST_F(ShippedData, DefinitionsServeGeneratorRoadsAndClimate)
+{
+    for (const auto& name : {u"M1"_s, u"M2"_s, u"M3"_s, u"T1"_s, u"T2"_s, u"T3"_s, u"T4"_s, u"P1"_s,
+                             u"P2"_s, u"B1"_s, u"B2"_s})
+        EXPECT_TRUE(canvas.colTiles.contains(name)) << name.toStdString();
+    for (int i = 0; i < tiles.items.count(); ++i) {
+        const platform::ListItem& tile = tiles.items.at(i);
+        SCOPED_TRACE(tile.key().toStdString());
+        bool cost = false, temperature = false, people = false;
+        tile.subItem(u"costo"_s).toInt(&cost);
+        tile.subItem(u"temperatura"_s).toDouble(&temperature);
+        tile.subItem(u"habitantes"_s).toDouble(&people);
+        EXPECT_TRUE(cost && temperature && people);
+        EXPECT_FALSE(tile.text().isEmpty());
+    }
+    EXPECT_EQ(tiles.items.find(u"M1"_s)->subItem(u"costo"_s), u"-1"_s);
+    EXPECT_GE(pins.items.count(), 12);
+    for (auto pin = canvas.colPines.cbegin(); pin != canvas.colPines.cend(); ++pin) {
+        const auto mask = canvas.colMascarasPines.value(pin.key());
+        ASSERT_NE(mask, SIN_MASCARA) << pin.key().toStdString();
+        for (int y = 0; y < pin.value()->height(); ++y) {
+            for (int x = 0; x < pin.value()->width(); ++x)
+                ASSERT_TRUE((mask->image().pixel(x, y) & pin.value()->image().pixel(x, y) & 0xffffff) == 0)
+                    << "the pin's picture must be black where its mask is white";
+        }
+    }
+}
