@@ -19,8 +19,7 @@
 
 namespace fs = std::filesystem;
 
-namespace
-{
+namespace {
 
 /// One folder of art/, the folder that receives its GIFs, and the palette of its pictures.
 struct PictureSet {

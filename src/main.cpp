@@ -10,10 +10,9 @@ using namespace Qt::StringLiterals;
 int main(int argc, char** argv)
 {
     const platform::Application application(argc, argv);
-    platform::Application::setWindowIcon(
-        platform::pixelIcon({QImage(u":/pictures/programa_16.gif"_s),
-                             QImage(u":/pictures/programa_32.gif"_s),
-                             QImage(u":/pictures/programa.gif"_s)}));
+    platform::Application::setWindowIcon(platform::pixelIcon(
+        {QImage(u":/pictures/programa_16.gif"_s), QImage(u":/pictures/programa_32.gif"_s),
+         QImage(u":/pictures/programa.gif"_s)}));
     const platform::FormRegistry forms;
     // From within the event loop, so that the program can end while the About box is up.
     QTimer::singleShot(0, &application, [] { Main(); });

@@ -37,14 +37,14 @@ TEST(CatalogueFile, LoadsAndSavesTheSameBytes)
 {
     // Free text is kept as it is: blanks, "#" inside, a name that begins with a blank, quotes.
     const QByteArray records = "Espada larga;1d8;1d12;19-20/x2;Marcial;Cortante;15 mo;2 kg;;"
-                               "A\xF1" "eja # y \"fiel\"\r\n"
+                               "A\xF1"
+                               "eja # y \"fiel\"\r\n"
                                " #no es comentario;;;;;;;;;\r\n"
                                "  ;;;;;;;;;  \r\n"
                                "Daga;1d4;1d3;x2;;;;;ini\\PICS\\armas\\Daga.gif;\r\n";
     const TempAppFolder app;
     app.write(u"ini/Pics/Armas/daga.gif"_s, onePixelGif());
-    app.write(u"ini/Armas.ini"_s,
-              header(armasKind()) + "\r\n#;comentario\r\n" + records);
+    app.write(u"ini/Armas.ini"_s, header(armasKind()) + "\r\n#;comentario\r\n" + records);
     Catalogue armas(armasKind());
     loadCatalogue(armas);
     ASSERT_EQ(armas.items.count(), 4);
@@ -86,8 +86,8 @@ TEST(CatalogueFile, SpellsAreKeyedByNameAndCaster)
 {
     const TempAppFolder app;
     const QByteArray tail = ";1;No;No;;;;;;;;;;;;\r\n";
-    app.write(u"ini/Conjuros.ini"_s, "Luz;Mago" + tail + "Luz;Clérigo" + tail + "Luz;Mago" + tail +
-                                         "Otro;Mago" + tail);
+    app.write(u"ini/Conjuros.ini"_s,
+              "Luz;Mago" + tail + "Luz;Clérigo" + tail + "Luz;Mago" + tail + "Otro;Mago" + tail);
     Catalogue conjuros(conjurosKind());
     expectError([&] { loadCatalogue(conjuros); }, ErrorNumber::DuplicateKey,
                 {u"Conjuros.ini"_s, u"línea 3"_s, u"Luz-Mago"_s});
@@ -120,8 +120,8 @@ TEST(CatalogueFile, AFaultyRecordKeepsWhatWasAddedBeforeTheFault)
         SCOPED_TRACE(c.name);
         const TempAppFolder app;
         app.write(u"ini/a.gif"_s, onePixelGif());
-        const QByteArray whole = "#x\r\nDaga;;;;;;;;ini\\a.gif;\r\n" + c.line +
-                                 "\r\nLanza;;;;;;;;;nunca se lee\r\n";
+        const QByteArray whole =
+            "#x\r\nDaga;;;;;;;;ini\\a.gif;\r\n" + c.line + "\r\nLanza;;;;;;;;;nunca se lee\r\n";
         app.write(u"ini/Armas.ini"_s, whole);
         Catalogue armas(armasKind());
         expectError([&] { loadCatalogue(armas); }, c.error, {u"línea 3"_s, c.reason});

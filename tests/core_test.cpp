@@ -62,7 +62,7 @@ TEST(TextFile, ReportsWhatCannotBeRead)
     QFile::setPermissions(app.path(u"carpeta/x.ini"_s), QFile::WriteOwner);
     const WithoutPrivileges plainUser;
     expectError([&] { platform::readTextFile(app.path(u"carpeta/x.ini"_s)); },
-                ErrorNumber::FileUnreadable, {u"permiso denegado"_s});
+                ErrorNumber::FileUnreadable, {u"permisos"_s});
 }
 
 TEST(TextFile, AFailedWriteLeavesTheOldFileWhole)
@@ -84,14 +84,13 @@ TEST(TextFile, AFailedWriteLeavesTheOldFileWhole)
     expectError([&] { platform::writeFileAtomically(app.path(u"carpeta.map"_s), "x"); },
                 ErrorNumber::FileUnwritable, {u"hay una carpeta"_s});
 
-    QFile::setPermissions(app.path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ExeOther);
-    QFile::setPermissions(app.path(u"datos"_s), QFile::ReadOther | QFile::ExeOther);
+    QFile::setPermissions(app.path(u"datos"_s), readOnlyFolder);
     {
         const WithoutPrivileges plainUser;
         expectError([&] { platform::writeFileAtomically(file, "new"); },
-                    ErrorNumber::FileUnwritable, {u"permiso denegado"_s});
+                    ErrorNumber::FileUnwritable, {u"permisos"_s});
     }
-    QFile::setPermissions(app.path(u"datos"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile::setPermissions(app.path(u"datos"_s), openFolder);
     EXPECT_EQ(app.read(u"datos/f.txt"_s), "old");
     platform::writeFileAtomically(file, "new");
     EXPECT_EQ(app.read(u"datos/f.txt"_s), "new");
@@ -176,12 +175,12 @@ TEST(ListItems, SortsAsTextBySpanishRulesAndKeepsSelection)
     const QPersistentModelIndex pinned = items.index(3, 0);
 
     items.sortByColumn(0);
-    EXPECT_EQ(texts(items), (QStringList{u"Árbol"_s, u"barro"_s, u"nube"_s, u"ñandú"_s, u"oca"_s,
-                                         u"zorro"_s}));
+    EXPECT_EQ(texts(items),
+              (QStringList{u"Árbol"_s, u"barro"_s, u"nube"_s, u"ñandú"_s, u"oca"_s, u"zorro"_s}));
     EXPECT_EQ(pinned.data().toString(), u"zorro"_s);
     items.sortByColumn(1); // as text, equal ones as they stood
-    EXPECT_EQ(texts(items), (QStringList{u"barro"_s, u"ñandú"_s, u"zorro"_s, u"oca"_s, u"Árbol"_s,
-                                         u"nube"_s}));
+    EXPECT_EQ(texts(items),
+              (QStringList{u"barro"_s, u"ñandú"_s, u"zorro"_s, u"oca"_s, u"Árbol"_s, u"nube"_s}));
     QSignalSpy changes(&items, &QAbstractItemModel::dataChanged);
     items.find(u"oca"_s)->setIcon(7);
     ASSERT_EQ(changes.count(), 1);

@@ -45,10 +45,9 @@ TEST(MemoryDC, BlitsEveryOperationClippedToBothSurfaces)
     struct Case {
         int x, y, w, h, sourceX, sourceY;
     };
-    const std::vector<Case> cases{{2, 3, 5, 4, 0, 0},     {-3, -2, 9, 9, 1, 1},
-                                  {18, 12, 10, 10, 0, 0}, {0, 0, 40, 40, -4, -5},
-                                  {5, 5, 4, 4, 30, 0},    {5, 5, 0, -2, 0, 0},
-                                  {-50, 0, 10, 10, 0, 0}, {3, 3, 8, 8, 8, 6}};
+    const std::vector<Case> cases{
+        {2, 3, 5, 4, 0, 0},  {-3, -2, 9, 9, 1, 1}, {18, 12, 10, 10, 0, 0}, {0, 0, 40, 40, -4, -5},
+        {5, 5, 4, 4, 30, 0}, {5, 5, 0, -2, 0, 0},  {-50, 0, 10, 10, 0, 0}, {3, 3, 8, 8, 8, 6}};
     for (const RasterOp op : {RasterOp::SRCCOPY, RasterOp::SRCAND, RasterOp::SRCPAINT}) {
         for (const Case& c : cases) {
             const MemoryDC before = noise(20, 15, 1);
@@ -61,8 +60,8 @@ TEST(MemoryDC, BlitsEveryOperationClippedToBothSurfaces)
                     const bool drawn = x >= c.x && x < c.x + c.w && y >= c.y && y < c.y + c.h &&
                                        source.image().rect().contains(from);
                     const QRgb old = before.image().pixel(x, y);
-                    const QRgb wanted = drawn ? combined(old, source.image().pixel(from), op)
-                                              : old & colourBits;
+                    const QRgb wanted =
+                        drawn ? combined(old, source.image().pixel(from), op) : old & colourBits;
                     ASSERT_EQ(after.image().pixel(x, y) & colourBits, wanted)
                         << x << ',' << y << " op " << static_cast<int>(op);
                 }
@@ -152,8 +151,8 @@ TEST(Picture, RefusesWhatIsNotAWholeGif)
     app.write(u"texto.gif"_s, "Esto no es una imagen");
     expectError([&] { platform::loadPicture(app.path(u"texto.gif"_s)); }, ErrorNumber::BadPicture,
                 {u"«texto.gif»"_s});
-    expectError([&] { platform::loadPicture(app.path(u"falta.gif"_s)); },
-                ErrorNumber::FileNotFound, {u"«falta.gif»"_s});
+    expectError([&] { platform::loadPicture(app.path(u"falta.gif"_s)); }, ErrorNumber::FileNotFound,
+                {u"«falta.gif»"_s});
 }
 
 TEST(ImageList, CountsPositionsFromOne)

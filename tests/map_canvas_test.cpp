@@ -14,7 +14,7 @@ MemoryDC noise(int width, int height, std::mt19937& engine)
     QImage image(width, height, QImage::Format_RGB32);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x)
-            image.setPixel(x, y, 0xff000000 | engine());
+            image.setPixel(x, y, 0xff000000 | static_cast<QRgb>(engine()));
     }
     return MemoryDC(image);
 }
@@ -87,10 +87,11 @@ TEST(MapCanvas, DrawsAsMaskedDrawingInRowOrderDoes)
     MapCanvas canvas;
     const auto add = [&](PictureCollection& pictures, PictureCollection& masks, const QString& name,
                          bool masked, QSize size = {15, 14}) {
-        pictures.insert(name, std::make_shared<MemoryDC>(noise(size.width(), size.height(), engine)));
-        masks.insert(name, masked ? std::make_shared<MemoryDC>(
-                                        noise(size.width(), size.height(), engine))
-                                  : SIN_MASCARA);
+        pictures.insert(name,
+                        std::make_shared<MemoryDC>(noise(size.width(), size.height(), engine)));
+        masks.insert(name,
+                     masked ? std::make_shared<MemoryDC>(noise(size.width(), size.height(), engine))
+                            : SIN_MASCARA);
     };
     // Any bits in picture and mask, not only black and white; pictures larger than a cell, too.
     add(canvas.colTiles, canvas.colMascarasTiles, u"a"_s, true);

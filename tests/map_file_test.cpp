@@ -67,9 +67,10 @@ TEST(MapFile, WritesTheSixLines)
     map.mapaPines(0, 0) = u"Aldea;Puerto;"_s;
     map.mapaPines(1, 2) = u"Torre;Faro;se ve\nde lejos"_s;
     writeMapFile(map);
-    EXPECT_EQ(app.read(u"mapas/Isla Añil.map"_s),
-              "Isla A\xF1il\r\n2;3\r\n15;-30\r\nuno\xB6" "dos\r\nM1;M1;;T1;M1;M1;\r\n"
-              "0;0;Aldea;Puerto;|1;2;Torre;Faro;se ve\xB6" "de lejos|\r\n");
+    EXPECT_EQ(app.read(u"mapas/Isla Añil.map"_s), "Isla A\xF1il\r\n2;3\r\n15;-30\r\nuno\xB6"
+                                                  "dos\r\nM1;M1;;T1;M1;M1;\r\n"
+                                                  "0;0;Aldea;Puerto;|1;2;Torre;Faro;se ve\xB6"
+                                                  "de lejos|\r\n");
 
     map.mapaPines = platform::Grid<QString>(2, 3);
     writeMapFile(map);
@@ -114,14 +115,19 @@ TEST(MapFile, RefusesEveryMalformedFile)
         {"empty", "", {u"0"_s}},
         {"five lines", tiles, {u"seis líneas"_s, u"tiene 5"_s}},
         {"seven lines", tiles + "\r\nx\r\n", {u"tiene 7"_s}},
-        {"size of one field", "Isla\r\n12\r\n4;5\r\n\r\n;\r\n\r\n", {u"línea 2"_s, u"dos números"_s}},
-        {"letters for a size", "Isla\r\n1;dos\r\n4;5\r\n\r\n;\r\n\r\n",
+        {"size of one field",
+         "Isla\r\n12\r\n4;5\r\n\r\n;\r\n\r\n",
+         {u"línea 2"_s, u"dos números"_s}},
+        {"letters for a size",
+         "Isla\r\n1;dos\r\n4;5\r\n\r\n;\r\n\r\n",
          {u"línea 2"_s, u"el ancho"_s, u"«dos»"_s}},
         {"no rows", "Isla\r\n0;2\r\n4;5\r\n\r\n;\r\n\r\n", {u"línea 2"_s}},
         {"negative size", "Isla\r\n1;-2\r\n4;5\r\n\r\n;\r\n\r\n", {u"línea 2"_s}},
-        {"size beyond 16 bits", "Isla\r\n1;32768\r\n4;5\r\n\r\n;\r\n\r\n",
+        {"size beyond 16 bits",
+         "Isla\r\n1;32768\r\n4;5\r\n\r\n;\r\n\r\n",
          {u"línea 2"_s, u"«32768»"_s}},
-        {"letters for a latitude", "Isla\r\n1;2\r\n45;sur\r\n\r\nM1;T1;\r\n\r\n",
+        {"letters for a latitude",
+         "Isla\r\n1;2\r\n45;sur\r\n\r\nM1;T1;\r\n\r\n",
          {u"línea 3"_s, u"la latitud sur"_s}},
         {"a cell too few", head + "M1;\r\n\r\n", {u"línea 5"_s, u"hay 1 "_s, u"tiene 2"_s}},
         {"a cell too many", head + "M1;T1;M1;\r\n\r\n", {u"línea 5"_s, u"hay 3 "_s}},
@@ -135,7 +141,9 @@ TEST(MapFile, RefusesEveryMalformedFile)
         {"four fields", tiles + "0;0;Aldea;A|\r\n", {u"línea 6"_s, u"4 campos"_s}},
         {"six fields", tiles + "0;0;Aldea;A;b;c|\r\n", {u"6 campos"_s}},
         {"place not ended", tiles + "0;0;Aldea;A;|0;1;Torre;B;\r\n", {u"línea 6"_s, u"«|»"_s}},
-        {"two places in a cell", tiles + "0;0;Aldea;A;|0;0;Torre;B;|\r\n", {u"ya tiene un lugar"_s}},
+        {"two places in a cell",
+         tiles + "0;0;Aldea;A;|0;0;Torre;B;|\r\n",
+         {u"ya tiene un lugar"_s}},
         {"two places of a name", tiles + "0;0;Aldea;A;|0;1;Torre;A;|\r\n", {u"repite el nombre"_s}},
         {"place without name", tiles + "0;0;Aldea;;|\r\n", {u"no tiene nombre"_s}}};
     const TempAppFolder app;
@@ -182,8 +190,8 @@ TEST(MapFile, RefusesToWriteWhatItCouldNotReadBack)
     expectRefused([](WorldMap& m) { m.mapaPines(0, 0) = u"Aldea;A|;"_s; }, u"«|»"_s);
 
     for (const auto& name :
-         {u"a/b"_s, u"a\\b"_s, u"¿qué?"_s, u"x;y"_s, u"nul"_s, u"com7"_s, u" a"_s, u"a."_s,
-          u".."_s, u"  "_s, u"dos\nlíneas"_s, u"Łódź"_s, QString(121, u'a')}) {
+         {u"a/b"_s, u"a\\b"_s, u"¿qué?"_s, u"x;y"_s, u"nul"_s, u"com7"_s, u" a"_s, u"a."_s, u".."_s,
+          u"  "_s, u"dos\nlíneas"_s, u"Łódź"_s, QString(121, u'a')}) {
         SCOPED_TRACE(name.toStdString());
         EXPECT_TRUE(mapNameProblem(name).has_value());
         WorldMap map = good;
@@ -210,16 +218,11 @@ TEST(MapFile, AFailedSaveLeavesTheOldFileWhole)
     }
     EXPECT_EQ(app.read(file), bytes);
 
-    QFile::setPermissions(app.path(), QFile::ReadOther | QFile::ExeOther | QFile::ReadOwner |
-                                          QFile::ExeOwner);
-    QFile::setPermissions(app.path(u"mapas"_s), QFile::ReadOther | QFile::ExeOther);
+    QFile::setPermissions(app.path(u"mapas"_s), readOnlyFolder);
     {
         const WithoutPrivileges plainUser;
-        expectError([&] { writeMapFile(map); }, ErrorNumber::FileUnwritable,
-                    {u"permiso denegado"_s});
+        expectError([&] { writeMapFile(map); }, ErrorNumber::FileUnwritable, {u"permisos"_s});
     }
-    QFile::setPermissions(app.path(u"mapas"_s),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    QFile::setPermissions(app.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile::setPermissions(app.path(u"mapas"_s), openFolder);
     EXPECT_EQ(app.read(file), bytes);
 }

@@ -49,7 +49,8 @@ TEST_F(ShippedData, MapsOpenAndSaveByteForByte)
         SCOPED_TRACE(name.toStdString());
         const QByteArray bytes = app.read(u"mapas/"_s + name);
         const WorldMap map = readMapFile(
-            app.path(u"mapas/"_s + name), [&](const QString& t) { return canvas.colTiles.contains(t); },
+            app.path(u"mapas/"_s + name),
+            [&](const QString& t) { return canvas.colTiles.contains(t); },
             [&](const QString& p) { return canvas.colPines.contains(p); });
         EXPECT_EQ(map.nombre + u".map"_s, name);
         ASSERT_TRUE(QFile::remove(app.path(u"mapas/"_s + name)));
@@ -76,7 +77,8 @@ TEST_F(ShippedData, CataloguesLoadAndSaveTheSameRecords)
         loadCatalogue(catalogue);
         EXPECT_GE(catalogue.items.count(), 12);
         for (int i = 0; i < catalogue.items.count(); ++i)
-            EXPECT_NE(catalogue.items.at(i).icon(), 0) << catalogue.items.at(i).text().toStdString();
+            EXPECT_NE(catalogue.items.at(i).icon(), 0)
+                << catalogue.items.at(i).text().toStdString();
         saveCatalogue(catalogue);
         EXPECT_TRUE(app.read(u"ini/"_s + kind->file) == bytes);
     }
@@ -85,7 +87,8 @@ TEST_F(ShippedData, CataloguesLoadAndSaveTheSameRecords)
 TEST_F(ShippedData, TilesInterlockWithoutHolesOrOverlap)
 {
     EXPECT_GE(tiles.items.count(), 24);
-    for (auto mask = canvas.colMascarasTiles.cbegin(); mask != canvas.colMascarasTiles.cend(); ++mask) {
+    for (auto mask = canvas.colMascarasTiles.cbegin(); mask != canvas.colMascarasTiles.cend();
+         ++mask) {
         SCOPED_TRACE(mask.key().toStdString());
         ASSERT_NE(mask.value(), SIN_MASCARA);
         const QImage& picture = canvas.colTiles.value(mask.key())->image();
@@ -137,7 +140,8 @@ TEST_F(ShippedData, DefinitionsServeGeneratorRoadsAndClimate)
         ASSERT_NE(mask, SIN_MASCARA) << pin.key().toStdString();
         for (int y = 0; y < pin.value()->height(); ++y) {
             for (int x = 0; x < pin.value()->width(); ++x)
-                ASSERT_TRUE((mask->image().pixel(x, y) & pin.value()->image().pixel(x, y) & 0xffffff) == 0)
+                ASSERT_TRUE(
+                    (mask->image().pixel(x, y) & pin.value()->image().pixel(x, y) & 0xffffff) == 0)
                     << "the pin's picture must be black where its mask is white";
         }
     }

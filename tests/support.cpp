@@ -12,6 +12,7 @@
 TempAppFolder::TempAppFolder() : scope_(folder_.path())
 {
     EXPECT_TRUE(folder_.isValid());
+    QFile::setPermissions(path(), openFolder); // WithoutPrivileges has to get in
 }
 
 QString TempAppFolder::path(const QString& relative) const
@@ -53,7 +54,8 @@ QString shippedDataFolder()
 
 QByteArray onePixelGif()
 {
-    return QByteArray::fromHex("47494638396101000100800000000000ffffff2c00000000010001000002024401003b");
+    return QByteArray::fromHex(
+        "47494638396101000100800000000000ffffff2c00000000010001000002024401003b");
 }
 
 void expectError(const std::function<void()>& call, platform::ErrorNumber number,
@@ -76,14 +78,16 @@ constexpr uid_t nobody = 65534;
 
 WithoutPrivileges::WithoutPrivileges()
 {
-    if (getuid() == 0)
+    if (getuid() == 0) {
         EXPECT_EQ(seteuid(nobody), 0);
+    }
 }
 
 WithoutPrivileges::~WithoutPrivileges()
 {
-    if (getuid() == 0)
+    if (getuid() == 0) {
         EXPECT_EQ(seteuid(0), 0);
+    }
 }
 
 FullDisk::FullDisk(unsigned long bytes)

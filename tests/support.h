@@ -4,11 +4,18 @@
 #include "platform/core/error.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 #include <QTemporaryDir>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+
+// Permissions of a folder that everybody can look into, and that its owner can or can't change.
+inline constexpr QFile::Permissions readOnlyFolder = QFile::ReadOwner | QFile::ExeOwner |
+                                                     QFile::ReadGroup | QFile::ExeGroup |
+                                                     QFile::ReadOther | QFile::ExeOther;
+inline constexpr QFile::Permissions openFolder = readOnlyFolder | QFile::WriteOwner;
 
 /// A new, empty folder that is AppFolder while the object lives.
 class TempAppFolder

@@ -6,8 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace Procs
-{
+namespace Procs {
 
 std::int32_t RandomInRange(std::int32_t lo, std::int32_t hi)
 {

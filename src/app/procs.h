@@ -6,8 +6,7 @@
 #include <cstdint>
 
 /// The shared procedures that need no window.
-namespace Procs
-{
+namespace Procs {
 
 /// A random whole number n with lo <= n <= hi, every value equally likely. Callers give lo <= hi.
 std::int32_t RandomInRange(std::int32_t lo, std::int32_t hi);

@@ -8,10 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace Procs
-{
-namespace
-{
+namespace Procs {
+namespace {
 
 void load(Catalogue& catalogue)
 {

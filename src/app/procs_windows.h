@@ -5,8 +5,7 @@
 class QWindow;
 
 /// The shared procedures that show or fill windows.
-namespace Procs
-{
+namespace Procs {
 
 /// Tells the user of a trapped error in a message box with the program's title.
 void reportError(const platform::Error& error, const QString& procedure, const QString& owner);

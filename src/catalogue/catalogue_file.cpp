@@ -14,8 +14,7 @@ using platform::ErrorNumber;
 using platform::ListItem;
 using platform::TextFile;
 
-namespace
-{
+namespace {
 
 constexpr char16_t separator = u';';
 constexpr char16_t commentMark = u'#';

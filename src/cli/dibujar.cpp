@@ -11,8 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
+namespace {
 
 /// A map given as a file's path or as the name of one in AppFolder\mapas.
 QString mapPath(const QString& argument)

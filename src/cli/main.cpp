@@ -10,8 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
+namespace {
 
 const std::vector<Command>& commands()
 {

@@ -13,8 +13,7 @@ using platform::ListItem;
 using platform::MemoryDC;
 using platform::TextFile;
 
-namespace
-{
+namespace {
 
 // The fields of a line, by position. Only tiles have the last three.
 enum Field { Nombre, Imagen, Notas, ImagenMascara, Habitantes, Costo, Temperatura };

@@ -10,8 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
+namespace {
 
 // Margins of the window's layout, in pixels.
 constexpr int gap = 8;

@@ -5,8 +5,7 @@
 
 /// Where the hexagonal cells of the world map lie. All lengths are in pixels of the map's picture;
 /// a cell is a QPoint (x = column, y = row) counted from 0 at the top left corner.
-namespace hex
-{
+namespace hex {
 
 inline constexpr int cellWidth = 15;
 inline constexpr int cellHeight = 14;

@@ -8,8 +8,7 @@ using namespace Qt::StringLiterals;
 using platform::MemoryDC;
 using platform::RasterOp;
 
-namespace
-{
+namespace {
 
 using Picture = std::shared_ptr<const MemoryDC>;
 

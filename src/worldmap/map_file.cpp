@@ -16,8 +16,7 @@ using platform::Error;
 using platform::ErrorNumber;
 using platform::TextFile;
 
-namespace
-{
+namespace {
 
 // The six lines of a map file, counted from 0.
 enum Line : std::size_t { NameLine, SizeLine, LatitudeLine, NotesLine, TilesLine, PlacesLine };

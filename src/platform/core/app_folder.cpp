@@ -4,10 +4,8 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace platform
-{
-namespace
-{
+namespace platform {
+namespace {
 
 QString& folderOverride()
 {

@@ -2,8 +2,7 @@
 
 #include <QString>
 
-namespace platform
-{
+namespace platform {
 
 /// AppFolder: the folder that holds the program file. Every data path starts here and nothing else
 /// decides where data lives.

@@ -3,8 +3,7 @@
 #include <QString>
 #include <exception>
 
-namespace platform
-{
+namespace platform {
 
 /// What kind of thing went wrong. The numbers are shown to users in error reports, so they never
 /// change meaning.

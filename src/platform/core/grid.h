@@ -3,8 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace platform
-{
+namespace platform {
 
 /// A rectangle of values reached by row and column, both from 0. Index order is (row, column), as
 /// the map files store it.

@@ -7,8 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform
-{
+namespace platform {
 
 void ListItem::setIcon(int icon)
 {

@@ -6,8 +6,7 @@
 #include <memory>
 #include <vector>
 
-namespace platform
-{
+namespace platform {
 
 class ListItems;
 

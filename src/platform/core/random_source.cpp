@@ -2,8 +2,7 @@
 
 #include <chrono>
 
-namespace platform
-{
+namespace platform {
 
 void RandomSource::seedFromClock()
 {

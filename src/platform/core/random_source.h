@@ -3,8 +3,7 @@
 #include <cstdint>
 #include <random>
 
-namespace platform
-{
+namespace platform {
 
 /// A uniform generator of numbers r with 0 <= r < 1. One seed gives one sequence, on every system.
 class RandomSource

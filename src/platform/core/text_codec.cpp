@@ -7,10 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform
-{
-namespace
-{
+namespace platform {
+namespace {
 
 // The characters of the bytes 0x80 to 0x9F; all other bytes are their own code point.
 constexpr std::array<char16_t, 32> highControls{

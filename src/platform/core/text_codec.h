@@ -4,8 +4,7 @@
 #include <QString>
 #include <optional>
 
-namespace platform
-{
+namespace platform {
 
 /// Windows-1252, the code page of every data file. All 256 bytes decode to distinct characters
 /// (the five that the code page leaves open stand for the control characters of the same number),

@@ -10,22 +10,21 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform
-{
-namespace
-{
+namespace platform {
+namespace {
 
 constexpr qint64 bytesPerMegabyte = 1024 * 1024;
 
 QString reasonOf(QFileDevice::FileError error)
 {
     switch (error) {
+    case QFileDevice::OpenError:
     case QFileDevice::PermissionsError:
-        return u"permiso denegado"_s;
+        return u"no se puede abrir; compruebe los permisos del archivo y de su carpeta"_s;
     case QFileDevice::ResourceError:
         return u"no queda espacio en el disco"_s;
-    case QFileDevice::OpenError:
-        return u"no se puede abrir"_s;
+    case QFileDevice::WriteError:
+        return u"no se puede escribir; compruebe el espacio libre y los permisos"_s;
     case QFileDevice::RenameError:
         return u"no se puede sustituir el archivo anterior"_s;
     default:
@@ -60,7 +59,8 @@ QByteArray readFile(const QString& path, qint64 maxBytes)
                      u"No se puede leer «%1»: %2."_s.arg(displayPath(path), reason));
     };
     if (!info.isFile())
-        throw unreadable(u"es una carpeta, no un archivo"_s);
+        throw unreadable(info.isDir() ? u"es una carpeta, no un archivo"_s
+                                      : u"no es un archivo"_s);
     if (info.size() > maxBytes)
         throw Error(
             ErrorNumber::TooLarge,

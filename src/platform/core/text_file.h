@@ -6,8 +6,7 @@
 #include <QString>
 #include <vector>
 
-namespace platform
-{
+namespace platform {
 
 /// A text file of the program, read whole and decoded from Windows-1252.
 struct TextFile {

@@ -8,10 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform
-{
-namespace
-{
+namespace platform {
+namespace {
 
 void showError(const QString& text)
 {

@@ -4,8 +4,7 @@
 #include <QTranslator>
 #include <functional>
 
-namespace platform
-{
+namespace platform {
 
 /// The GUI application: title and version, the look of the platform with free fonts in the place of
 /// missing ones, Qt's own texts in Spanish, and an event dispatcher that turns an exception into a

@@ -6,8 +6,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 
-namespace platform
-{
+namespace platform {
 
 bool FormWindow::event(QEvent* event)
 {
@@ -121,8 +120,7 @@ void FormBase::endModal()
     modalLoop_ = nullptr;
 }
 
-namespace
-{
+namespace {
 FormRegistry* currentRegistry = nullptr;
 } // namespace
 

@@ -7,8 +7,7 @@
 
 class QEventLoop;
 
-namespace platform
-{
+namespace platform {
 
 class FormBase;
 

@@ -7,10 +7,8 @@
 #include <QHeaderView>
 #include <QStyledItemDelegate>
 
-namespace platform
-{
-namespace
-{
+namespace platform {
+namespace {
 
 // Room for an icon and up to four lines of text, in pixels.
 constexpr int iconCellWidth = 112;

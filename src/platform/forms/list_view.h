@@ -6,8 +6,7 @@
 #include <QListView>
 #include <QTreeView>
 
-namespace platform
-{
+namespace platform {
 
 /// A report list: shows a ListItems in columns, each row with its small icon. A click on a column's
 /// header sorts the items by it. The lists shown must outlive the view.

@@ -5,10 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform::MsgBox
-{
-namespace
-{
+namespace platform::MsgBox {
+namespace {
 
 Script* currentScript = nullptr;
 

@@ -5,8 +5,7 @@
 #include <vector>
 
 /// Message boxes: a text, a title, an icon, and either the one button "Aceptar" or "Sí" and "No".
-namespace platform::MsgBox
-{
+namespace platform::MsgBox {
 
 enum class Icon { None, Information, Question, Warning, Critical };
 enum class Buttons { Ok, YesNo };

@@ -3,10 +3,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-namespace platform
-{
-namespace
-{
+namespace platform {
+namespace {
 
 constexpr QRgb groundColor = qRgb(0x24, 0x22, 0x20);
 constexpr int largestIconFactor = 4;

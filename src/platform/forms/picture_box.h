@@ -6,8 +6,7 @@
 #include <QWidget>
 #include <initializer_list>
 
-namespace platform
-{
+namespace platform {
 
 /// An icon from pixel art, its pictures given from small to large: at higher scales the largest is
 /// shown in whole multiples of its pixels, so that it stays crisp.

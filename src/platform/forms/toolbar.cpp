@@ -7,8 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform
-{
+namespace platform {
 
 void connectToolbar(QToolBar& toolbar, const std::function<void(const QString&, bool)>& handler)
 {

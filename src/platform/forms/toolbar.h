@@ -5,8 +5,7 @@
 
 class QToolBar;
 
-namespace platform
-{
+namespace platform {
 
 /// Joins a toolbar to its handler: every action is a button identified by its key, the action's
 /// object name; its picture is the resource of that name. The handler gets the key of the button

@@ -2,8 +2,7 @@
 
 #include <QtGlobal>
 
-namespace platform
-{
+namespace platform {
 
 /// Sizes of windows and columns are given in twips, 1/1440 inch: 15 to the (scaled) pixel.
 inline constexpr int twipsPerPixel = 15;

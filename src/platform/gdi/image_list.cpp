@@ -4,8 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform
-{
+namespace platform {
 
 int ImageList::add(const QString& key, const QImage& picture)
 {

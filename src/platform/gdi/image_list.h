@@ -5,8 +5,7 @@
 #include <QString>
 #include <vector>
 
-namespace platform
-{
+namespace platform {
 
 /// The ordered, keyed pictures that a list view shows as icons. Positions count from 1, so that 0
 /// can stand for "no icon".

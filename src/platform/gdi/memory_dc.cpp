@@ -10,10 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform
-{
-namespace
-{
+namespace platform {
+namespace {
 
 /// Calls combine(dst, src) for every pair of pixels of two rectangles of equal size. The operation
 /// is a template argument so that the compiler turns the inner loop into vector code.

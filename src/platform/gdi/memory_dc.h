@@ -3,8 +3,7 @@
 #include <QImage>
 #include <QPoint>
 
-namespace platform
-{
+namespace platform {
 
 /// How source pixels meet destination pixels, bit by bit over the colour bits.
 enum class RasterOp {

@@ -8,10 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform
-{
-namespace
-{
+namespace platform {
+namespace {
 
 constexpr qint64 maxPictureBytes = 32 * 1024 * 1024;
 

@@ -5,8 +5,7 @@
 #include <QImage>
 #include <QString>
 
-namespace platform
-{
+namespace platform {
 
 /// Loads a GIF file (its first frame), transparent where the GIF is. Throws Error: FileNotFound,
 /// FileUnreadable, or BadPicture when the file isn't a whole GIF picture.

@@ -1,0 +1,292 @@
+#include "platform/forms/list_view.h"
+#include "window_test.h"
+#include "worldmap/frmListaArchivos.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+#include "worldmap/hex_geometry.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QToolBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString brisamar = u"Archipiélago de Brisamar"_s;
+const QString valdehierro = u"Reinos de Valdehierro"_s;
+
+class MapWindowTest : public WindowTest
+{
+protected:
+    MapWindowTest()
+    {
+        frmTiles().createColumns();
+        frmPines().createColumns();
+        frmMapa().show();
+    }
+
+    static void press(const char* key)
+    {
+        QToolBar* const toolbar = frmMapa().ui().Toolbar;
+        auto* const action = frmMapa().window().findChild<QAction*>(QLatin1String(key));
+        ASSERT_TRUE(action);
+        QTest::mouseClick(toolbar->widgetForAction(action), Qt::LeftButton);
+    }
+
+    /// Presses "abrir" and double-clicks the file in the list.
+    static void open(const QString& mapName)
+    {
+        duringModal([] { press("abrir"); },
+                    [&] {
+                        platform::IconView& list = *frmListaArchivos().ui().lvListaArchivos;
+                        const QModelIndexList found = list.model()->match(
+                            list.model()->index(0, 0), Qt::DisplayRole, mapName + u".map"_s, 1);
+                        ASSERT_EQ(found.size(), 1);
+                        const QPoint centre = list.visualRect(found.first()).center();
+                        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, centre);
+                        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, centre);
+                    });
+    }
+
+    static QImage view()
+    {
+        return frmMapa().ui().imgMapa->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    }
+
+    /// What the view must show: the buffer from the view's corner, the ground beyond its edge.
+    static void expectViewShowsBuffer()
+    {
+        const QImage shown = view();
+        const QImage& buffer = frmMapa().hdcBuffer.image();
+        const QPoint corner(11 * frmMapa().currX, 14 * frmMapa().currY);
+        for (int y = 0; y < shown.height(); ++y) {
+            for (int x = 0; x < shown.width(); ++x) {
+                const QPoint from = corner + QPoint(x, y);
+                const QRgb wanted =
+                    buffer.rect().contains(from) ? buffer.pixel(from) : qRgb(0x24, 0x22, 0x20);
+                ASSERT_EQ(shown.pixel(x, y), wanted) << x << ',' << y;
+            }
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(MapWindowTest, StartsEmptyWithABlackBuffer)
+{
+    EXPECT_EQ(frmMapa().window().windowTitle(), u"Kestrune"_s);
+    EXPECT_EQ(frmMapa().hdcBuffer.image().size(), QSize(1100, 1407));
+    EXPECT_FALSE(frmMapa().ui().picScroll->isVisible());
+    EXPECT_FALSE(frmMapa().mapaCambiado);
+    expectViewShowsBuffer();
+}
+
+TEST_F(MapWindowTest, OpensShowsAndSavesEveryShippedMap)
+{
+    for (const QString& name : {brisamar, valdehierro}) {
+        SCOPED_TRACE(name.toStdString());
+        frmMapa().accion = PaintTiles;
+        frmMapa().currX = 4;
+        open(name);
+        EXPECT_EQ(frmMapa().nombre, name);
+        EXPECT_EQ(frmMapa().ui().lblNombre->text(), name);
+        EXPECT_EQ(frmMapa().window().windowTitle(), name);
+        EXPECT_EQ(frmMapa().accion, NoEditing);
+        EXPECT_EQ(frmMapa().currX, 0);
+        EXPECT_GE(frmMapa().lugares.count(), 12);
+        EXPECT_NE(frmMapa().lugares.at(0).icon(), 0);
+        EXPECT_EQ(frmMapa().hdcBuffer.image().size(),
+                  hex::mapSize(frmMapa().ancho, frmMapa().alto));
+        expectViewShowsBuffer();
+
+        const QString file = u"mapas/%1.map"_s.arg(name);
+        const QByteArray bytes = app.read(file);
+        ASSERT_TRUE(QFile::remove(app.path(file)));
+        frmMapa().mapaCambiado = true;
+        press("guardar");
+        EXPECT_TRUE(app.read(file) == bytes);
+        EXPECT_FALSE(frmMapa().mapaCambiado);
+    }
+}
+
+TEST_F(MapWindowTest, FollowsAResize)
+{
+    open(brisamar);
+    for (const QSize size : {QSize(1300, 900), QSize(640, 480), QSize(1000, 700)}) {
+        frmMapa().window().resize(size);
+        Ui::FrmMapa& ui = frmMapa().ui();
+        EXPECT_EQ(ui.frameMapa->width(), size.width() - 16 - ui.frameLugares->width());
+        EXPECT_EQ(ui.frameLugares->x(), ui.frameMapa->width() + 8);
+        EXPECT_EQ(ui.frameMapa->height(), size.height() - ui.Toolbar->height() - 64);
+        EXPECT_EQ(ui.frameLugares->height(), ui.frameMapa->height());
+        EXPECT_EQ(ui.lvLugares->height(), ui.frameLugares->height() - 24);
+        EXPECT_EQ(ui.imgMapa->size(), ui.frameMapa->size() - QSize(16, 32));
+        EXPECT_EQ(ui.picScroll->x(), size.width() / 2 - ui.picScroll->width() / 2);
+        expectViewShowsBuffer();
+    }
+    frmMapa().window().resize(2000, 1500); // wider and higher than the map
+    expectViewShowsBuffer();
+}
+
+TEST_F(MapWindowTest, BannerPiecesLieSideBySide)
+{
+    for (const QString& name : {u"Ur"_s, valdehierro, QString(120, u'W')}) {
+        frmMapa().setNombre(name);
+        Ui::FrmMapa& ui = frmMapa().ui();
+        EXPECT_EQ(ui.imgScrollMiddle->x(), ui.imgScrollLeft->width());
+        EXPECT_EQ(ui.imgScrollRight->x(), ui.imgScrollMiddle->geometry().right() + 1);
+        EXPECT_EQ(ui.picScroll->width(), ui.imgScrollRight->geometry().right() + 1);
+        EXPECT_EQ(ui.lblNombre->x(), ui.imgScrollLeft->width() / 2);
+        EXPECT_GE(ui.lblNombre->width(), ui.lblNombre->sizeHint().width());
+        EXPECT_TRUE(ui.picScroll->rect().contains(ui.lblNombre->geometry()));
+    }
+    EXPECT_EQ(frmMapa().ui().lblNombre->palette().color(QPalette::WindowText), QColor(72, 63, 44));
+}
+
+TEST_F(MapWindowTest, AFileThatCannotBeOpenedChangesNothing)
+{
+    open(valdehierro);
+    const QByteArray good = app.read(u"mapas/%1.map"_s.arg(valdehierro));
+    const WorldMap before = frmMapa();
+    const QImage buffer = frmMapa().hdcBuffer.image();
+    frmMapa().accion = SetPlaces;
+    struct Case {
+        QString file;
+        QByteArray bytes;
+        QString fragment;
+    };
+    for (const Case& c :
+         {Case{u"vacio"_s, "", u"seis líneas"_s},
+          Case{u"cortado"_s, good.first(good.size() / 2), u"seis líneas"_s},
+          Case{u"enorme"_s, "x\r\n32767;32767\r\n1;2\r\n\r\n;\r\n\r\n", u"línea 2"_s},
+          Case{u"lava"_s, "x\r\n1;1\r\n1;2\r\n\r\nLava;\r\n\r\n", u"«Lava»"_s}}) {
+        app.write(u"mapas/%1.map"_s.arg(c.file), c.bytes);
+        boxes.expect();
+        open(c.file);
+        EXPECT_EQ(boxes.asked().back().title, u"Error"_s);
+        EXPECT_TRUE(boxes.asked().back().text.contains(c.file + u".map"_s));
+        EXPECT_TRUE(boxes.asked().back().text.contains(c.fragment))
+            << boxes.asked().back().text.toStdString();
+        EXPECT_EQ(frmMapa().nombre, before.nombre);
+        EXPECT_TRUE(frmMapa().mapaTiles == before.mapaTiles);
+        EXPECT_TRUE(frmMapa().mapaPines == before.mapaPines);
+        EXPECT_EQ(frmMapa().accion, SetPlaces);
+        EXPECT_EQ(frmMapa().hdcBuffer.image(), buffer);
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    }
+}
+
+TEST_F(MapWindowTest, CancellingTheFileListChangesNothing)
+{
+    open(valdehierro);
+    const auto cancelBy = [](const std::function<void(QWidget&)>& way) {
+        duringModal([] { press("abrir"); }, [&] { way(frmListaArchivos().window()); });
+        EXPECT_FALSE(frmListaArchivos().isVisible());
+        EXPECT_EQ(frmMapa().nombre, valdehierro);
+    };
+    const auto select = [] {
+        auto& list = *frmListaArchivos().ui().lvListaArchivos;
+        list.setCurrentIndex(list.model()->index(0, 0)); // another map than the one that is open
+    };
+    cancelBy([&](QWidget&) {
+        select();
+        QTest::keyClick(frmListaArchivos().ui().lvListaArchivos, Qt::Key_Escape);
+    });
+    cancelBy([&](QWidget& window) {
+        select();
+        window.close();
+    });
+    cancelBy([&](QWidget&) {
+        select();
+        QTest::mouseClick(frmListaArchivos().ui().cmdCancelar, Qt::LeftButton);
+    });
+    cancelBy([](QWidget&) { // beside the files, none selected
+        auto& list = *frmListaArchivos().ui().lvListaArchivos;
+        list.clearSelection();
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {},
+                           list.viewport()->rect().bottomRight() - QPoint(3, 3));
+    });
+    cancelBy([](QWidget& window) {
+        QTest::keyClick(&window, Qt::Key_Escape, Qt::ShiftModifier);
+        EXPECT_TRUE(window.isVisible()) << "Escape with Shift isn't Escape";
+        QTest::keyClick(&window, Qt::Key_Escape);
+    });
+    duringModal([] { press("abrir"); },
+                [&] {
+                    select();
+                    QTest::keyClick(frmListaArchivos().ui().lvListaArchivos, Qt::Key_Return);
+                });
+    EXPECT_EQ(frmMapa().nombre, brisamar);
+}
+
+TEST_F(MapWindowTest, TheFileListShowsFilesOfThePatternAndFollowsTheFolder)
+{
+    QDir().mkpath(app.path(u"mapas/carpeta.map"_s));
+    app.write(u"mapas/notas.txt"_s, "x");
+    duringModal([] { press("abrir"); },
+                [&] {
+                    auto& list = *frmListaArchivos().ui().lvListaArchivos;
+                    EXPECT_EQ(list.model()->rowCount(), 2);
+                    app.write(u"mapas/Aa.MAP"_s, "x");
+                    QEvent activation(QEvent::WindowActivate);
+                    QCoreApplication::sendEvent(&frmListaArchivos().window(), &activation);
+                    ASSERT_EQ(list.model()->rowCount(), 3);
+                    EXPECT_EQ(list.model()->index(0, 0).data().toString(), u"Aa.MAP"_s);
+                    frmListaArchivos().hide();
+                });
+}
+
+TEST_F(MapWindowTest, ANewMapIsPaintedWithTheSelectedTile)
+{
+    open(valdehierro);
+    frmMapa().ancho = 75;
+    frmMapa().alto = 50;
+    frmMapa().currY = 3;
+    frmTiles().ui().lvTiles->setCurrentIndex(frmTiles().palette.items.index(4, 0));
+    const QString tile = frmTiles().selectedName();
+    frmMapa().newMapa();
+    EXPECT_TRUE(frmMapa().mapaCambiado);
+    EXPECT_EQ(frmMapa().currY, 0);
+    EXPECT_EQ(frmMapa().lugares.count(), 0);
+    EXPECT_EQ(frmMapa().mapaTiles.rows(), 50);
+    EXPECT_EQ(frmMapa().mapaTiles.columns(), 75);
+    for (const QString& cell : frmMapa().mapaTiles)
+        ASSERT_EQ(cell, tile);
+    for (const QString& cell : frmMapa().mapaPines)
+        ASSERT_TRUE(cell.isEmpty());
+    // The last cell of the last row but one is drawn whole: its left part is the tile's.
+    const QPoint origin = hex::cellOrigin(74, 48);
+    EXPECT_EQ(frmMapa().hdcBuffer.image().pixel(origin + QPoint(7, 7)),
+              frmMapa().tileActual->image().pixel(7, 7));
+    expectViewShowsBuffer();
+}
+
+TEST_F(MapWindowTest, SavingNeedsANameAndRoomToWrite)
+{
+    frmMapa().mapaCambiado = true;
+    boxes.expect();
+    press("guardar");
+    EXPECT_EQ(boxes.asked().back().text, u"Debe ingresar un nombre para el mapa"_s);
+    EXPECT_EQ(boxes.asked().back().title, u"Error"_s);
+    EXPECT_EQ(boxes.asked().back().icon, platform::MsgBox::Icon::Critical);
+    EXPECT_FALSE(frmMapa().mapaCambiado);
+    EXPECT_EQ(QDir(app.path(u"mapas"_s)).entryList(QDir::Files).size(), 2);
+
+    open(valdehierro);
+    const QString file = u"mapas/%1.map"_s.arg(valdehierro);
+    const QByteArray bytes = app.read(file);
+    frmMapa().notasMapa = u"otras"_s;
+    frmMapa().mapaCambiado = true;
+    {
+        const FullDisk disk(4096);
+        boxes.expect();
+        press("guardar");
+    }
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"No se puede guardar"_s));
+    EXPECT_TRUE(frmMapa().mapaCambiado);
+    EXPECT_TRUE(app.read(file) == bytes);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}

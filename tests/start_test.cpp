@@ -1,0 +1,172 @@
+#include "app/frmAbout.h"
+#include "app/start.h"
+#include "catalogue/frmPrinc.h"
+#include "catalogue/frmProgreso.h"
+#include "window_test.h"
+#include "worldmap/frmListaArchivos.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+#include "worldmap/frmTilesLocales.h"
+
+#include <QAbstractButton>
+#include <QFile>
+#include <QHeaderView>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+using StartTest = WindowTest;
+
+TEST_F(StartTest, ShowsTheMapWindowOnlyAfterTheAboutBoxIsClosed)
+{
+    for (const bool byItsBox : {false, true}) {
+        duringModal(Main, [&] {
+            EXPECT_TRUE(frmAbout().isVisible());
+            EXPECT_EQ(frmAbout().window().windowTitle(), u"Acerca de Kestrune"_s);
+            EXPECT_EQ(frmAbout().ui().lblVersion->text(), u"Versión 0.9.0"_s);
+            EXPECT_EQ(frmAbout().ui().lblTitle->text(), u"Kestrune"_s);
+            EXPECT_FALSE(frmMapa().isVisible());
+            if (byItsBox)
+                frmAbout().window().close();
+            else
+                QTest::mouseClick(frmAbout().ui().cmdOK, Qt::LeftButton);
+        });
+        EXPECT_FALSE(frmAbout().isLoaded());
+        EXPECT_TRUE(frmMapa().isVisible());
+        frmMapa().hide();
+        // A second start in one process needs empty catalogues.
+        for (Catalogue* const catalogue :
+             {&frmPrinc().armas, &frmPrinc().armaduras, &frmPrinc().equipo, &frmPrinc().conjuros}) {
+            EXPECT_GE(catalogue->items.count(), 12);
+            catalogue->items.clear();
+            catalogue->pictures = {};
+        }
+    }
+    EXPECT_TRUE(frmPrinc().isLoaded());
+    for (platform::FormBase* const hidden :
+         {static_cast<platform::FormBase*>(&frmPrinc()),
+          static_cast<platform::FormBase*>(&frmTiles()),
+          static_cast<platform::FormBase*>(&frmPines()),
+          static_cast<platform::FormBase*>(&frmTilesLocales())}) {
+        EXPECT_TRUE(hidden->isLoaded());
+        EXPECT_FALSE(hidden->isVisible());
+    }
+    EXPECT_EQ(frmPrinc().ui().lvConjuros->header()->count(), 17);
+    EXPECT_EQ(frmTilesLocales().ui().lvTilesLocales->header()->count(), 3);
+}
+
+TEST_F(StartTest, ABrokenCatalogueIsReportedAndTheRestGoesOn)
+{
+    ASSERT_TRUE(QFile::remove(app.path(u"ini/Armas.ini"_s)));
+    app.write(u"ini/Equipo.ini"_s, "Cuerda;No;1 mo\r\n");
+    boxes.expect();
+    boxes.expect();
+    duringModal(Main, [] { frmAbout().window().close(); });
+    ASSERT_EQ(boxes.asked().size(), 2u);
+    EXPECT_EQ(boxes.asked()[0].title, u"Kestrune"_s);
+    EXPECT_EQ(boxes.asked()[0].icon, platform::MsgBox::Icon::None);
+    EXPECT_TRUE(boxes.asked()[0].text.startsWith(u"Error "_s));
+    EXPECT_TRUE(boxes.asked()[0].text.contains(u"Armas.ini"_s));
+    EXPECT_TRUE(boxes.asked()[0].text.endsWith(u") in procedure loadArmas of Módulo Procs"_s));
+    EXPECT_TRUE(boxes.asked()[1].text.endsWith(u") in procedure loadEquipo of Módulo Procs"_s));
+    EXPECT_EQ(frmPrinc().armas.items.count(), 0);
+    EXPECT_GE(frmPrinc().armaduras.items.count(), 12);
+    EXPECT_EQ(frmPrinc().equipo.items.count(), 1);
+    EXPECT_GE(frmPrinc().conjuros.items.count(), 12);
+    EXPECT_TRUE(frmMapa().isVisible());
+}
+
+TEST_F(StartTest, MissingDefinitionsAreReportedAndTheWindowComesUp)
+{
+    ASSERT_TRUE(QFile::remove(app.path(u"ini/tiles.ini"_s)));
+    app.write(u"ini/pines.ini"_s, "Aldea;ini\\pics\\pines\\nada.gif;Aldea;\r\n");
+    boxes.expect();
+    boxes.expect();
+    frmMapa().show();
+    ASSERT_EQ(boxes.asked().size(), 2u);
+    EXPECT_EQ(boxes.asked()[0].title, u"Error"_s);
+    EXPECT_TRUE(boxes.asked()[0].text.contains(u"tiles.ini"_s));
+    EXPECT_TRUE(boxes.asked()[1].text.contains(u"línea 1"_s));
+    EXPECT_TRUE(frmMapa().isVisible());
+}
+
+TEST_F(StartTest, ClosingTheMapWindowEndsTheProgram)
+{
+    frmMapa().show();
+    frmTiles().show();
+    QTimer::singleShot(0, qApp, [] { frmMapa().window().close(); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_FALSE(frmMapa().isLoaded());
+    EXPECT_FALSE(frmTiles().isVisible());
+    frmPrinc().show();
+    QTimer::singleShot(0, qApp, [] { frmPrinc().window().close(); });
+    EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST_F(StartTest, SavingACatalogueShowsProgressUnlessItIsEmpty)
+{
+    frmPrinc().createColumns(frmPrinc().armas);
+    loadCatalogue(frmPrinc().armas);
+    const QByteArray bytes = app.read(u"ini/Armas.ini"_s);
+    frmPrinc().cmdGuardarArmas_Click();
+    EXPECT_EQ(app.read(u"ini/Armas.ini"_s), bytes);
+    EXPECT_FALSE(frmProgreso().isVisible());
+    EXPECT_EQ(frmProgreso().ui().pbProgreso->maximum(), frmPrinc().armas.items.count());
+    EXPECT_EQ(frmProgreso().ui().pbProgreso->value(), frmPrinc().armas.items.count());
+    EXPECT_EQ(frmProgreso().window().windowTitle(), u"Generando"_s);
+
+    frmProgreso().unload();
+    frmPrinc().cmdGuardarEquipo_Click(); // never loaded: empty
+    EXPECT_FALSE(frmProgreso().isLoaded());
+    EXPECT_EQ(app.read(u"ini/Equipo.ini"_s).count('\n'), 1);
+
+    frmPrinc().armas.items.at(0).setSubItem(u"notas"_s, u"→"_s);
+    boxes.expect();
+    frmPrinc().cmdGuardarArmas_Click();
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"«→»"_s));
+    EXPECT_FALSE(frmProgreso().isVisible());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(StartTest, EveryWindowHoldsTheHouseRules)
+{
+    struct Known {
+        platform::FormBase& form;
+        QString name;
+        QString caption;
+    };
+    for (const Known& known :
+         {Known{frmAbout(), u"frmAbout"_s, u"Acerca de Kestrune"_s},
+          Known{frmPrinc(), u"frmPrinc"_s, u"Kestrune"_s},
+          Known{frmProgreso(), u"frmProgreso"_s, u"Generando"_s},
+          Known{frmMapa(), u"frmMapa"_s, u"Kestrune"_s},
+          Known{frmListaArchivos(), u"frmListaArchivos"_s, u"Lista de archivos"_s},
+          Known{frmTiles(), u"frmTiles"_s, u"Tiles"_s},
+          Known{frmPines(), u"frmPines"_s, u"Pines"_s},
+          Known{frmTilesLocales(), u"frmTilesLocales"_s, u"Tiles"_s}}) {
+        SCOPED_TRACE(known.name.toStdString());
+        known.form.show();
+        EXPECT_EQ(known.form.window().objectName(), known.name);
+        EXPECT_EQ(known.form.window().windowTitle(), known.caption);
+        for (const auto* const child : known.form.window().findChildren<QWidget*>()) {
+            // Parts that Qt makes for itself are named by Qt.
+            if (child->parentWidget() != &known.form.window() || !child->isVisible())
+                continue;
+            SCOPED_TRACE(child->objectName().toStdString());
+            EXPECT_FALSE(child->objectName().isEmpty());
+            EXPECT_TRUE(known.form.window().rect().contains(child->geometry())) << "clipped";
+            const auto* const label = qobject_cast<const QLabel*>(child);
+            const auto* const button = qobject_cast<const QAbstractButton*>(child);
+            if (button || (label && !label->wordWrap())) {
+                EXPECT_GE(child->width(), child->sizeHint().width()) << "text clipped";
+            }
+            if (label && label->wordWrap()) {
+                EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+            }
+            if (!label && !button && child->focusPolicy() != Qt::NoFocus) {
+                EXPECT_FALSE(child->accessibleName().isEmpty()) << "nothing for a screen reader";
+            }
+        }
+    }
+}
