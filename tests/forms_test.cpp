@@ -92,13 +92,19 @@ TEST_F(FormTest, SharedInstancesKeepTheirVariablesAcrossUnloading)
 
 TEST_F(FormTest, NoExceptionCrossesTheEventLoop)
 {
-    Counting form;
-    QPushButton button(&form.window());
-    std::function<void()> fault;
-    QObject::connect(&button, &QPushButton::clicked, &button, [&] { fault(); });
+    struct Receiver final : QObject {
+        std::function<void()> fault;
+        bool event(QEvent* /*event*/) override
+        {
+            fault();
+            return true;
+        }
+    } receiver;
+    std::function<void()>& fault = receiver.fault;
     const auto expectBox = [&](const QString& text) {
         boxes.expect();
-        QTest::mouseClick(&button, Qt::LeftButton);
+        QEvent event(QEvent::User);
+        QCoreApplication::sendEvent(&receiver, &event);
         EXPECT_EQ(boxes.asked().back().text, text);
         EXPECT_EQ(boxes.asked().back().title, u"Error"_s);
     };

@@ -70,6 +70,33 @@ TEST(MemoryDC, BlitsEveryOperationClippedToBothSurfaces)
     }
 }
 
+TEST(MemoryDC, MaskBltIsMaskThenPicture)
+{
+    struct Case {
+        QPoint at;
+        QSize size;
+        QSize picture;
+        QSize mask;
+    };
+    std::vector<Case> cases{{{3, 3}, {9, 9}, {12, 12}, {6, 7}}, {{0, 0}, {9, 9}, {4, 4}, {12, 12}}};
+    for (int width = 1; width <= 20; ++width) {
+        for (const QPoint at : {QPoint(2, 1), QPoint(-3, -2), QPoint(30 - width / 2, 8)})
+            cases.push_back({at, {width, 6}, {20, 10}, {20, 10}});
+    }
+    for (const Case& c : cases) {
+        const MemoryDC picture = noise(c.picture.width(), c.picture.height(), 4);
+        const MemoryDC mask = noise(c.mask.width(), c.mask.height(), 5);
+        MemoryDC inOne = noise(30, 12, 6);
+        MemoryDC inTwo = inOne;
+        inOne.MaskBlt(c.at.x(), c.at.y(), c.size.width(), c.size.height(), picture, mask);
+        inTwo.BitBlt(c.at.x(), c.at.y(), c.size.width(), c.size.height(), mask, 0, 0,
+                     RasterOp::SRCAND);
+        inTwo.BitBlt(c.at.x(), c.at.y(), c.size.width(), c.size.height(), picture, 0, 0,
+                     RasterOp::SRCPAINT);
+        EXPECT_EQ(inOne.image(), inTwo.image()) << c.size.width() << " wide";
+    }
+}
+
 TEST(MemoryDC, HalftoneAveragesTheCoveredArea)
 {
     QImage checks(4, 2, QImage::Format_RGB32);

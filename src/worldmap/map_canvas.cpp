@@ -3,10 +3,13 @@
 #include "platform/core/error.h"
 #include "worldmap/hex_geometry.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
 using namespace Qt::StringLiterals;
 
 using platform::MemoryDC;
-using platform::RasterOp;
 
 namespace {
 
@@ -26,16 +29,47 @@ const Picture& pictureOf(const PictureCollection& pictures, const QString& name)
 void drawCell(MemoryDC& dc, int x, int y, const MemoryDC& picture, const MemoryDC* mask)
 {
     const QPoint origin = hex::cellOrigin(x, y);
-    const auto blit = [&](const MemoryDC& source, RasterOp op) {
-        dc.BitBlt(origin.x(), origin.y(), hex::cellWidth, hex::cellHeight, source, 0, 0, op);
-    };
-    if (!mask) {
-        blit(picture, RasterOp::SRCCOPY);
-        return;
-    }
-    blit(*mask, RasterOp::SRCAND);
-    blit(picture, RasterOp::SRCPAINT);
+    if (mask)
+        dc.MaskBlt(origin.x(), origin.y(), hex::cellWidth, hex::cellHeight, picture, *mask);
+    else
+        dc.BitBlt(origin.x(), origin.y(), hex::cellWidth, hex::cellHeight, picture, 0, 0,
+                  platform::RasterOp::SRCCOPY);
 }
+
+/// Finds the pictures of a map's tiles while nothing changes the map. Looking a name up costs as
+/// much as drawing it; but most cells of one tile share one text in memory, by whose address the
+/// last finds are remembered.
+class TileFinder
+{
+public:
+    struct Found {
+        const MemoryDC* picture;
+        const MemoryDC* mask;
+    };
+
+    explicit TileFinder(const MapPictures& pictures) : pictures_(pictures) {}
+
+    const Found& find(const QString& tile)
+    {
+        const QChar* const text = tile.constData();
+        Entry& entry = recent_[reinterpret_cast<std::uintptr_t>(text) / alignof(std::max_align_t) %
+                               recent_.size()];
+        if (entry.text != text)
+            entry = {text,
+                     {pictureOf(pictures_.colTiles, tile).get(),
+                      pictureOf(pictures_.colMascarasTiles, tile).get()}};
+        return entry.found;
+    }
+
+private:
+    struct Entry {
+        const QChar* text = nullptr;
+        Found found{};
+    };
+
+    const MapPictures& pictures_;
+    std::array<Entry, 64> recent_;
+};
 
 } // namespace
 
@@ -65,11 +99,12 @@ void MapCanvas::drawTile(MemoryDC& dc, int x, int y) const
 
 void MapCanvas::renderMapa(const WorldMap& map)
 {
+    TileFinder tiles(*this);
     for (int y = 0; y < map.alto; ++y) {
         for (int x = 0; x < map.ancho; ++x) {
             if (const QString& tile = map.mapaTiles(y, x); !tile.isEmpty()) {
-                selectTile(tile);
-                drawTile(hdcBuffer, x, y);
+                const TileFinder::Found& found = tiles.find(tile);
+                drawCell(hdcBuffer, x, y, *found.picture, found.mask);
             }
             if (const QString& place = map.mapaPines(y, x); !place.isEmpty()) {
                 selectPin(place.section(u';', 0, 0));

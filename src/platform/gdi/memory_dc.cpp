@@ -13,25 +13,48 @@ using namespace Qt::StringLiterals;
 namespace platform {
 namespace {
 
-/// Calls combine(dst, src) for every pair of pixels of two rectangles of equal size. The operation
-/// is a template argument so that the compiler turns the inner loop into vector code.
-template <typename Combine>
-void combineRows(QImage& target, int x, int y, int w, int h, const QImage& source, int sourceX,
-                 int sourceY, Combine combine)
+/// Some pixels of a MaskBlt. All are read before any is written: that makes four of them one vector
+/// operation, with no check whether the surfaces overlap.
+template <std::size_t Count>
+inline void maskPixels(QRgb* dst, const QRgb* picture, const QRgb* mask)
 {
-    // bits() is asked for once: it would check for shared pixels at every row otherwise.
-    const qsizetype targetStride = target.bytesPerLine();
-    const qsizetype sourceStride = source.bytesPerLine();
-    uchar* targetRow = target.bits() + y * targetStride + x * qsizetype{sizeof(QRgb)};
-    const uchar* sourceRow =
-        source.constBits() + sourceY * sourceStride + sourceX * qsizetype{sizeof(QRgb)};
-    for (int row = 0; row < h; ++row) {
-        auto* const to = reinterpret_cast<QRgb*>(targetRow);
-        const auto* const from = reinterpret_cast<const QRgb*>(sourceRow);
-        for (int i = 0; i < w; ++i)
-            to[i] = combine(to[i], from[i]);
-        targetRow += targetStride;
-        sourceRow += sourceStride;
+    std::array<QRgb, Count> pixels;
+    for (std::size_t i = 0; i < Count; ++i)
+        pixels[i] = (dst[i] & mask[i]) | picture[i];
+    std::copy(pixels.begin(), pixels.end(), dst);
+}
+
+/// A row of a MaskBlt, unrolled for a width known to the compiler.
+template <int Width>
+inline void maskRow(QRgb* dst, const QRgb* picture, const QRgb* mask)
+{
+    constexpr int block = Width >= 4 ? 4 : Width >= 2 ? 2 : Width;
+    if constexpr (block > 0) {
+        maskPixels<block>(dst, picture, mask);
+        maskRow<Width - block>(dst + block, picture + block, mask + block);
+    }
+}
+
+/// The rows of a MaskBlt; pitches are pixels from one row to the next. Map cells are so small that
+/// a loop over their width costs as much as the drawing: widths up to Widest have code of their
+/// own.
+template <int Widest = 16>
+void maskRows(int width, int height, QRgb* dst, int dstPitch, const QRgb* picture, const QRgb* mask,
+              int sourcePitch)
+{
+    if constexpr (Widest > 0) {
+        if (width < Widest) {
+            maskRows<Widest - 1>(width, height, dst, dstPitch, picture, mask, sourcePitch);
+            return;
+        }
+    }
+    for (int row = 0; row < height; ++row) {
+        maskRow<Widest>(dst, picture, mask);
+        for (int i = Widest; i < width; ++i)
+            dst[i] = (dst[i] & mask[i]) | picture[i];
+        dst += dstPitch;
+        picture += sourcePitch;
+        mask += sourcePitch;
     }
 }
 
@@ -106,12 +129,31 @@ QImage areaAverage(const QImage& source, int w, int h)
 
 } // namespace
 
-MemoryDC::MemoryDC(int width, int height) : image_(width, height, QImage::Format_RGB32)
+MemoryDC::MemoryDC(int width, int height)
+    : MemoryDC(QImage(width, height, QImage::Format_RGB32), Surface())
 {
     if (image_.isNull() && width > 0 && height > 0)
         throw Error(ErrorNumber::TooLarge,
                     u"No hay memoria para una imagen de %1 × %2 píxeles."_s.arg(width).arg(height));
     image_.fill(Qt::black);
+}
+
+MemoryDC::MemoryDC(const QImage& surface, Surface /*tag*/)
+    : image_(surface),
+      width_(surface.width()),
+      height_(surface.height()),
+      pitch_(static_cast<int>(surface.bytesPerLine() / qsizetype{sizeof(QRgb)}))
+{
+}
+
+QRgb* MemoryDC::pixelsAt(int x, int y)
+{
+    return reinterpret_cast<QRgb*>(image_.bits()) + qsizetype{y} * pitch_ + x;
+}
+
+const QRgb* MemoryDC::pixelsAt(int x, int y) const
+{
+    return reinterpret_cast<const QRgb*>(image_.constBits()) + qsizetype{y} * pitch_ + x;
 }
 
 MemoryDC::MemoryDC(const QImage& picture) : MemoryDC(picture.width(), picture.height())
@@ -127,8 +169,16 @@ void MemoryDC::BitBlt(int x, int y, int w, int h, const MemoryDC& source, int so
     clip(y, sourceY, h, height(), source.height());
     if (w <= 0 || h <= 0)
         return;
+    QRgb* to = pixelsAt(x, y);
+    const QRgb* from = source.pixelsAt(sourceX, sourceY);
+    // Each operation gets a loop of its own, which the compiler turns into vector code.
     const auto run = [&](auto combine) {
-        combineRows(image_, x, y, w, h, source.image_, sourceX, sourceY, combine);
+        for (int row = 0; row < h; ++row) {
+            for (int i = 0; i < w; ++i)
+                to[i] = combine(to[i], from[i]);
+            to += pitch_;
+            from += source.pitch_;
+        }
     };
     switch (op) {
     case RasterOp::SRCCOPY:
@@ -138,6 +188,24 @@ void MemoryDC::BitBlt(int x, int y, int w, int h, const MemoryDC& source, int so
     case RasterOp::SRCPAINT:
         return run([](QRgb dst, QRgb src) { return dst | src; });
     }
+}
+
+void MemoryDC::MaskBlt(int x, int y, int w, int h, const MemoryDC& picture, const MemoryDC& mask)
+{
+    if (picture.width_ != mask.width_ ||
+        picture.height_ != mask.height_) { // each covers an area of its own
+        BitBlt(x, y, w, h, mask, 0, 0, RasterOp::SRCAND);
+        BitBlt(x, y, w, h, picture, 0, 0, RasterOp::SRCPAINT);
+        return;
+    }
+    int sourceX = 0;
+    int sourceY = 0;
+    clip(x, sourceX, w, width(), picture.width());
+    clip(y, sourceY, h, height(), picture.height());
+    if (w <= 0 || h <= 0)
+        return;
+    maskRows(w, h, pixelsAt(x, y), pitch_, picture.pixelsAt(sourceX, sourceY),
+             mask.pixelsAt(sourceX, sourceY), picture.pitch_);
 }
 
 void MemoryDC::StretchBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX,
@@ -150,10 +218,10 @@ void MemoryDC::StretchBlt(int x, int y, int w, int h, const MemoryDC& source, in
     if (w <= 0 || h <= 0 || sourceW <= 0 || sourceH <= 0)
         return;
     const QImage part = source.image_.copy(sourceX, sourceY, sourceW, sourceH);
-    MemoryDC scaled;
-    scaled.image_ = stretchMode_ == StretchMode::HALFTONE
-                        ? areaAverage(part, w, h)
-                        : part.scaled(w, h, Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    const MemoryDC scaled(stretchMode_ == StretchMode::HALFTONE
+                              ? areaAverage(part, w, h)
+                              : part.scaled(w, h, Qt::IgnoreAspectRatio, Qt::FastTransformation),
+                          Surface());
     BitBlt(x, y, w, h, scaled, 0, 0, op);
 }
 

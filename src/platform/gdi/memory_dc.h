@@ -35,8 +35,8 @@ public:
     /// A surface that shows the picture; its transparent pixels become black.
     explicit MemoryDC(const QImage& picture);
 
-    int width() const { return image_.width(); }
-    int height() const { return image_.height(); }
+    int width() const { return width_; }
+    int height() const { return height_; }
     bool isNull() const { return image_.isNull(); }
     /// The surface as a picture; always Format_RGB32.
     const QImage& image() const { return image_; }
@@ -47,6 +47,9 @@ public:
     /// Draws the w x h rectangle of `source` at (sourceX, sourceY) to (x, y).
     void BitBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX, int sourceY,
                 RasterOp op);
+    /// Draws the top left w x h rectangle of `picture` to (x, y) through `mask`: the same as its
+    /// mask with SRCAND and then the picture with SRCPAINT, in one go.
+    void MaskBlt(int x, int y, int w, int h, const MemoryDC& picture, const MemoryDC& mask);
     /// Draws the source rectangle scaled to the destination rectangle.
     void StretchBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX, int sourceY,
                     int sourceW, int sourceH, RasterOp op);
@@ -56,7 +59,18 @@ public:
     void LineTo(QPoint point, const Pen& pen);
 
 private:
+    struct Surface {
+    };
+    /// Takes an image of Format_RGB32 as it is.
+    MemoryDC(const QImage& surface, Surface tag);
+    QRgb* pixelsAt(int x, int y);
+    const QRgb* pixelsAt(int x, int y) const;
+
     QImage image_;
+    // Kept apart from the image because every blit asks for them.
+    int width_ = 0;
+    int height_ = 0;
+    int pitch_ = 0; ///< pixels from one row to the next
     StretchMode stretchMode_ = StretchMode::COLORONCOLOR;
     QPoint penPosition_;
 };

@@ -1,0 +1,68 @@
+#include "ratios.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <map>
+#include <vector>
+
+namespace {
+
+std::vector<Ratio>& ratios()
+{
+    static std::vector<Ratio> all;
+    return all;
+}
+
+/// The usual table, with the times of single repetitions kept for the ratios.
+class Reporter final : public benchmark::ConsoleReporter
+{
+public:
+    Reporter() : ConsoleReporter(OO_None) {}
+
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs) {
+            if (run.run_type == Run::RT_Iteration)
+                times_[run.run_name.function_name].push_back(run.GetAdjustedCPUTime());
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    double median(const std::string& name)
+    {
+        std::vector<double>& times = times_[name];
+        if (times.empty())
+            return 0;
+        std::sort(times.begin(), times.end());
+        return times[times.size() / 2];
+    }
+
+private:
+    std::map<std::string, std::vector<double>> times_;
+};
+
+} // namespace
+
+bool addRatio(const Ratio& ratio)
+{
+    ratios().push_back(ratio);
+    return true;
+}
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    Reporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    std::printf("\n%-28s %-28s %9s %9s\n", "benchmark", "baseline", "ratio", "at most");
+    for (const Ratio& ratio : ratios()) {
+        const double baseline = reporter.median(ratio.baseline);
+        if (baseline > 0)
+            std::printf("%-28s %-28s %9.3f %9.3f\n", ratio.benchmark.c_str(),
+                        ratio.baseline.c_str(), reporter.median(ratio.benchmark) / baseline,
+                        ratio.meant);
+    }
+}

@@ -1,0 +1,121 @@
+// Drawing a whole map of 150 × 150 cells, against copying the same bytes once and against the same
+// job done by QPainter with pictures that are transparent outside their shape.
+#include "platform/core/app_folder.h"
+#include "ratios.h"
+#include "worldmap/hex_geometry.h"
+#include "worldmap/map_canvas.h"
+
+#include <QPainter>
+#include <benchmark/benchmark.h>
+#include <cstring>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int side = 150;
+
+struct Scene {
+    Scene()
+    {
+        const platform::ScopedAppFolder data(QStringLiteral(KESTRUNE_DATA));
+        Palette tiles(tilesKind());
+        Palette pins(pinesKind());
+        loadDefinitions(tiles, canvas.colTiles, canvas.colMascarasTiles);
+        loadDefinitions(pins, canvas.colPines, canvas.colMascarasPines);
+        map.ancho = side;
+        map.alto = side;
+        map.mapaTiles = platform::Grid<QString>(side, side);
+        map.mapaPines = platform::Grid<QString>(side, side);
+        // Every tile in no order is the worst case; one cell in a hundred has a place.
+        std::mt19937 engine(1);
+        for (QString& tile : map.mapaTiles)
+            tile = tiles.items.at(static_cast<int>(engine() % tiles.items.count())).key();
+        for (QString& place : map.mapaPines) {
+            if (engine() % 100 == 0)
+                place = pins.items.at(static_cast<int>(engine() % pins.items.count())).key() +
+                        u";Lugar;notas"_s;
+        }
+        canvas.crearBuffer(side, side);
+    }
+
+    MapCanvas canvas;
+    WorldMap map;
+};
+
+Scene& scene()
+{
+    static Scene instance;
+    return instance;
+}
+
+void RenderMapa(benchmark::State& state)
+{
+    Scene& s = scene();
+    for ([[maybe_unused]] const auto iteration : state) {
+        s.canvas.renderMapa(s.map);
+        benchmark::ClobberMemory();
+    }
+}
+
+void CopySameBytes(benchmark::State& state)
+{
+    const QImage& buffer = scene().canvas.hdcBuffer.image();
+    std::vector<uchar> target(static_cast<std::size_t>(buffer.sizeInBytes()));
+    for ([[maybe_unused]] const auto iteration : state) {
+        std::memcpy(target.data(), buffer.constBits(), target.size());
+        benchmark::ClobberMemory();
+    }
+}
+
+/// The pictures as QPainter likes them best: premultiplied, transparent where the mask is white.
+QHash<QString, QImage> transparentPictures(const PictureCollection& pictures,
+                                           const PictureCollection& masks)
+{
+    QHash<QString, QImage> result;
+    for (auto it = pictures.cbegin(); it != pictures.cend(); ++it) {
+        QImage image = it.value()->image().convertToFormat(QImage::Format_ARGB32);
+        const QImage& mask = masks.value(it.key())->image();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (qRed(mask.pixel(x, y)) != 0)
+                    image.setPixel(x, y, 0);
+            }
+        }
+        result.insert(it.key(), image.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+    }
+    return result;
+}
+
+void RenderWithQPainter(benchmark::State& state)
+{
+    Scene& s = scene();
+    const auto tiles = transparentPictures(s.canvas.colTiles, s.canvas.colMascarasTiles);
+    const auto pins = transparentPictures(s.canvas.colPines, s.canvas.colMascarasPines);
+    QImage target(s.canvas.hdcBuffer.image().size(), QImage::Format_RGB32);
+    target.fill(Qt::black);
+    for ([[maybe_unused]] const auto iteration : state) {
+        QPainter painter(&target);
+        for (int y = 0; y < side; ++y) {
+            for (int x = 0; x < side; ++x) {
+                painter.drawImage(hex::cellOrigin(x, y), *tiles.constFind(s.map.mapaTiles(y, x)));
+                if (const QString& place = s.map.mapaPines(y, x); !place.isEmpty())
+                    painter.drawImage(hex::cellOrigin(x, y),
+                                      *pins.constFind(place.section(u';', 0, 0)));
+            }
+        }
+    }
+    s.canvas.renderMapa(s.map);
+    if (target != s.canvas.hdcBuffer.image())
+        state.SkipWithError("QPainter's picture differs");
+}
+
+BENCHMARK(CopySameBytes)->Unit(benchmark::kMillisecond)->Repetitions(9);
+BENCHMARK(RenderMapa)->Unit(benchmark::kMillisecond)->Repetitions(9);
+BENCHMARK(RenderWithQPainter)->Unit(benchmark::kMillisecond)->Repetitions(9);
+
+[[maybe_unused]] const bool ratiosAdded = addRatio({"RenderMapa", "CopySameBytes", 5}) &&
+                                          addRatio({"RenderMapa", "RenderWithQPainter", 1});
+
+} // namespace
