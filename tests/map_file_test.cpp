@@ -188,6 +188,8 @@ TEST(MapFile, RefusesToWriteWhatItCouldNotReadBack)
     expectRefused([](WorldMap& m) { m.notasMapa = u"Łódź"_s; }, u"«Ł»"_s);
     expectRefused([](WorldMap& m) { m.mapaPines(0, 0) = u"Aldea;A;b;c"_s; }, u"«;»"_s);
     expectRefused([](WorldMap& m) { m.mapaPines(0, 0) = u"Aldea;A|;"_s; }, u"«|»"_s);
+    expectRefused([](WorldMap& m) { m.mapaPines(0, 0) = u"Aldea;A\nB;"_s; },
+                  u"un salto de línea"_s);
 
     for (const auto& name :
          {u"a/b"_s, u"a\\b"_s, u"¿qué?"_s, u"x;y"_s, u"nul"_s, u"com7"_s, u" a"_s, u"a."_s, u".."_s,

@@ -216,6 +216,9 @@ TEST_F(MapWindowTest, CancellingTheFileListChangesNothing)
     });
     duringModal([] { press("abrir"); },
                 [&] {
+                    frmListaArchivos().ui().lvListaArchivos->clearSelection();
+                    QTest::mouseClick(frmListaArchivos().ui().cmdAbrir, Qt::LeftButton);
+                    EXPECT_TRUE(frmListaArchivos().isVisible()) << "nothing was chosen yet";
                     select();
                     QTest::keyClick(frmListaArchivos().ui().lvListaArchivos, Qt::Key_Return);
                 });

@@ -51,8 +51,8 @@ ExitCode dibujar(const Arguments& arguments)
     canvas.crearBuffer(map.ancho, map.alto);
     canvas.renderMapa(map);
     platform::writeFileAtomically(output, pngOf(canvas.hdcBuffer.image()));
-    QTextStream(stdout) << u"%1: %2 × %3 píxeles\n"_s.arg(output)
-                               .arg(canvas.hdcBuffer.width())
-                               .arg(canvas.hdcBuffer.height());
+    QTextStream(stdout) << u"%1: %2 × %3 píxeles\n"_s.arg(
+        output, QString::number(canvas.hdcBuffer.width()),
+        QString::number(canvas.hdcBuffer.height()));
     return Success;
 }

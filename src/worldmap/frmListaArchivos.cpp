@@ -21,7 +21,10 @@ void FrmListaArchivos::Form_Load()
     files_.clear();
     auto* const list = ui().lvListaArchivos;
     list->setItems(files_, imgArchivos_);
-    QObject::connect(list, &platform::IconView::dblClick, &window(), [this] { choose(); });
+    QObject::connect(list, &platform::IconView::dblClick, &window(), [this] {
+        choose();
+        hide(); // also beside the files
+    });
     QObject::connect(ui().cmdAbrir, &QPushButton::clicked, &window(), [this] { choose(); });
     QObject::connect(ui().cmdCancelar, &QPushButton::clicked, &window(), [this] { cancel(); });
 }
@@ -69,8 +72,10 @@ bool FrmListaArchivos::Form_KeyDown(const QKeyEvent& event)
 
 void FrmListaArchivos::choose()
 {
-    if (const platform::ListItem* const file = ui().lvListaArchivos->selectedItem())
-        caminoArchivo = platform::inAppFolder(camino + u'\\' + file->text());
+    const platform::ListItem* const file = ui().lvListaArchivos->selectedItem();
+    if (!file)
+        return;
+    caminoArchivo = platform::inAppFolder(camino + u'\\' + file->text());
     hide();
 }
 

@@ -21,6 +21,7 @@ protected:
 
 private:
     void listFiles();
+    /// Takes the file selected, if there is one, and closes the dialog.
     void choose();
     void cancel();
 

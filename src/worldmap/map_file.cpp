@@ -29,6 +29,11 @@ constexpr char16_t lineBreakMark = u'\u00B6';
 
 constexpr qsizetype maxFileNameLength = 120;
 
+QString notesFromFile(const QString& line)
+{
+    return QString(line).replace(QChar(lineBreakMark), QChar(u'\n'));
+}
+
 int parseNumber(const TextFile& file, std::size_t line, QStringView text, const QString& what)
 {
     bool isNumber = false;
@@ -91,9 +96,9 @@ void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile)
         if (shared == known.constEnd()) {
             if (!tile.isEmpty() && !isTile(tile))
                 throw file.errorAt(TilesLine, u"el tile «%1» de la casilla X:%2 Y:%3 "
-                                              "no está definido"_s.arg(tile.left(40))
-                                                  .arg(cell % map.ancho)
-                                                  .arg(cell / map.ancho));
+                                              "no está definido"_s.arg(
+                                                  tile.left(40), QString::number(cell % map.ancho),
+                                                  QString::number(cell / map.ancho)));
             shared = known.insert(tile);
         }
         tile = *shared;
@@ -113,8 +118,7 @@ void parsePlace(const TextFile& file, WorldMap& map, const QString& text, const 
                    "notas)"_s.arg(fields.size()));
     const int row = parseNumber(file, PlacesLine, fields[0], u"la fila de un lugar"_s);
     const int column = parseNumber(file, PlacesLine, fields[1], u"la columna de un lugar"_s);
-    const Place place{fields[2], fields[3],
-                      QString(fields[4]).replace(QChar(lineBreakMark), QChar(u'\n'))};
+    const Place place{fields[2], fields[3], notesFromFile(fields[4])};
     if (!map.mapaPines.contains(row, column))
         throw fail(u"está fuera del mapa"_s);
     if (!map.mapaPines(row, column).isEmpty())
@@ -140,20 +144,26 @@ void parsePlaces(const TextFile& file, WorldMap& map, const IsDefined& isPin)
         parsePlace(file, map, place, isPin, names);
 }
 
-/// A text of the document as its file holds it. Throws Error when it would break the format.
-QString storable(const QString& text, const QString& what)
+/// A text of the document, as it is to be written. Throws Error when it would break the format.
+const QString& storable(const QString& text, const QString& what)
 {
-    QString stored = text;
-    stored.replace(u"\r\n"_s, u"\n"_s);
-    stored.replace(u'\n', QChar(lineBreakMark));
     const auto isForbidden = [](QChar c) {
-        return c == fieldSeparator || c == placeEnd || c == u'\r';
+        return c == fieldSeparator || c == placeEnd || c == u'\n' || c == u'\r';
     };
-    if (const auto* const bad = std::find_if(stored.begin(), stored.end(), isForbidden);
-        bad != stored.end())
-        throw Error(ErrorNumber::BadCharacter,
-                    u"el carácter «%1» no puede formar parte de %2"_s.arg(*bad).arg(what));
-    return stored;
+    const auto* const bad = std::find_if(text.begin(), text.end(), isForbidden);
+    if (bad == text.end())
+        return text;
+    const QString name = bad->isPrint() ? u"el carácter «%1»"_s.arg(*bad) : u"un salto de línea"_s;
+    throw Error(ErrorNumber::BadCharacter, u"%1 no puede formar parte de %2"_s.arg(name, what));
+}
+
+/// Notes as the file holds them, on one line.
+QString notesToFile(const QString& notes)
+{
+    QString line = notes;
+    line.replace(u"\r\n"_s, u"\n"_s);
+    line.replace(u'\r', QChar(lineBreakMark));
+    return line.replace(u'\n', QChar(lineBreakMark));
 }
 
 QString mapFileText(const WorldMap& map)
@@ -162,7 +172,7 @@ QString mapFileText(const WorldMap& map)
     QString text = storable(map.nombre, u"un nombre de mapa"_s) + lineEnd;
     text += u"%1;%2"_s.arg(map.alto).arg(map.ancho) + lineEnd;
     text += u"%1;%2"_s.arg(map.latNorte).arg(map.latSur) + lineEnd;
-    text += storable(map.notasMapa, u"las notas del mapa"_s) + lineEnd;
+    text += storable(notesToFile(map.notasMapa), u"las notas del mapa"_s) + lineEnd;
     for (const QString& tile : map.mapaTiles)
         text += tile + fieldSeparator;
     text += lineEnd;
@@ -173,7 +183,7 @@ QString mapFileText(const WorldMap& map)
                 continue;
             const Place place = Place::fromStored(cell);
             const Place stored{place.pin, storable(place.name, u"el nombre de un lugar"_s),
-                               storable(place.notes, u"las notas de un lugar"_s)};
+                               storable(notesToFile(place.notes), u"las notas de un lugar"_s)};
             text += u"%1;%2;"_s.arg(row).arg(column) + stored.stored() + placeEnd;
         }
     }
@@ -195,7 +205,7 @@ WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefin
     checkSize(file, map);
     std::tie(map.latNorte, map.latSur) =
         parsePair(file, LatitudeLine, u"la latitud norte"_s, u"la latitud sur"_s);
-    map.notasMapa = QString(file.lines[NotesLine]).replace(QChar(lineBreakMark), QChar(u'\n'));
+    map.notasMapa = notesFromFile(file.lines[NotesLine]);
     parseTiles(file, map, isTile);
     parsePlaces(file, map, isPin);
     return map;

@@ -83,8 +83,8 @@ void ListItems::sortByColumn(int column)
         pinned.push_back(&at(index.row()));
 
     for (std::unique_ptr<ListItem>& item : items_) {
-        QCollatorSortKey key = collator.sortKey(shownText(*item, column));
-        entries.push_back({std::move(key), std::move(item)});
+        const QCollatorSortKey key = collator.sortKey(shownText(*item, column));
+        entries.push_back({key, std::move(item)});
     }
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry& a, const Entry& b) { return a.key < b.key; });
@@ -149,7 +149,7 @@ QVariant ListItems::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || section >= static_cast<int>(columns_.size()))
         return {};
     const ListColumn& column = columns_[static_cast<std::size_t>(section)];
-    if (role == Qt::DisplayRole)
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
         return column.header;
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(column.alignment | Qt::AlignVCenter);

@@ -42,7 +42,7 @@ Error unwritable(const QString& path, const QString& reason)
 
 Error TextFile::errorAt(std::size_t line, const QString& reason, ErrorNumber number) const
 {
-    QString text = u"%1, línea %2: %3"_s.arg(displayPath(path)).arg(line + 1).arg(reason);
+    QString text = u"%1, línea %2: %3"_s.arg(displayPath(path), QString::number(line + 1), reason);
     if (!text.endsWith(u'.'))
         text += u'.';
     return Error(number, text);
@@ -59,14 +59,12 @@ QByteArray readFile(const QString& path, qint64 maxBytes)
                      u"No se puede leer «%1»: %2."_s.arg(displayPath(path), reason));
     };
     if (!info.isFile())
-        throw unreadable(info.isDir() ? u"es una carpeta, no un archivo"_s
-                                      : u"no es un archivo"_s);
+        throw unreadable(info.isDir() ? u"es una carpeta, no un archivo"_s : u"no es un archivo"_s);
     if (info.size() > maxBytes)
-        throw Error(
-            ErrorNumber::TooLarge,
-            u"No se puede leer «%1»: ocupa %2 MB y el máximo es %3 MB."_s.arg(displayPath(path))
-                .arg(info.size() / bytesPerMegabyte)
-                .arg(maxBytes / bytesPerMegabyte));
+        throw Error(ErrorNumber::TooLarge,
+                    u"No se puede leer «%1»: ocupa %2 MB y el máximo es %3 MB."_s.arg(
+                        displayPath(path), QString::number(info.size() / bytesPerMegabyte),
+                        QString::number(maxBytes / bytesPerMegabyte)));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw unreadable(reasonOf(file.error()));

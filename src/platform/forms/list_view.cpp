@@ -5,7 +5,10 @@
 
 #include <QHash>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QStyledItemDelegate>
+#include <QTextDocument>
+#include <QToolTip>
 
 namespace platform {
 namespace {
@@ -23,6 +26,19 @@ public:
           view_(view),
           pictures_(&pictures)
     {
+    }
+
+    /// Shows the whole text of a cell that is too narrow for it.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override
+    {
+        if (event->type() != QEvent::ToolTip || !index.isValid())
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const bool elided = sizeHint(option, index).width() > view->visualRect(index).width();
+        const QString text = index.data().toString();
+        QToolTip::showText(event->globalPos(), elided ? Qt::convertFromPlainText(text) : QString(),
+                           view);
+        return true;
     }
 
 protected:
@@ -77,6 +93,7 @@ ListView::ListView(QWidget* parent) : QTreeView(parent)
     setEditTriggers(NoEditTriggers);
     header()->setSectionsClickable(true);
     header()->setStretchLastSection(false);
+    header()->setTextElideMode(Qt::ElideRight);
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
         if (items_)
             items_->sortByColumn(column);

@@ -53,7 +53,7 @@ QImage loadPicture(const QString& path)
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer, "gif");
     reader.setAutoDetectImageFormat(false);
-    const QImage picture = reader.read();
+    QImage picture = reader.read();
     if (picture.isNull() || !holdsWholeFrame(bytes))
         throw Error(ErrorNumber::BadPicture,
                     u"«%1» no es una imagen GIF válida."_s.arg(displayPath(path)));
