@@ -145,7 +145,7 @@ void parsePlaces(const TextFile& file, WorldMap& map, const IsDefined& isPin)
 }
 
 /// A text of the document, as it is to be written. Throws Error when it would break the format.
-const QString& storable(const QString& text, const QString& what)
+QString storable(const QString& text, const QString& what)
 {
     const auto isForbidden = [](QChar c) {
         return c == fieldSeparator || c == placeEnd || c == u'\n' || c == u'\r';
