@@ -58,11 +58,18 @@ int main(int argc, char** argv)
     Reporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::printf("\n%-28s %-28s %9s %9s\n", "benchmark", "baseline", "ratio", "at most");
+    bool kept = true;
     for (const Ratio& ratio : ratios()) {
+        const double time = reporter.median(ratio.benchmark);
         const double baseline = reporter.median(ratio.baseline);
-        if (baseline > 0)
-            std::printf("%-28s %-28s %9.3f %9.3f\n", ratio.benchmark.c_str(),
-                        ratio.baseline.c_str(), reporter.median(ratio.benchmark) / baseline,
-                        ratio.meant);
+        const bool measured = time > 0 && baseline > 0;
+        const bool good = measured && time / baseline <= ratio.meant;
+        std::printf("%-28s %-28s %9.3f %9.3f%s\n", ratio.benchmark.c_str(), ratio.baseline.c_str(),
+                    measured ? time / baseline : 0, ratio.meant,
+                    good       ? ""
+                    : measured ? "  over"
+                               : "  not measured");
+        kept = kept && good;
     }
+    return kept ? 0 : 1;
 }

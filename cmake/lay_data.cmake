@@ -1,7 +1,8 @@
 # Copies the data files of SOURCE into TARGET, where the program looks for them. RECORD remembers
 # what was laid (lines "hash path"), so that a later run can tell the user's files from ours:
-#   - a file of ours that is as it was laid follows its source: new version, or removed;
+#   - a file of ours that is as it was laid gets its source's new version;
 #   - a file that the user changed, or made under the name of one of ours, is left alone;
+#   - a file whose source is gone stays: a file that the user changed may need it;
 #   - a file of ours that is missing is laid again.
 cmake_minimum_required(VERSION 3.25)
 
@@ -11,20 +12,21 @@ foreach(parameter SOURCE TARGET RECORD)
     endif()
 endforeach()
 
-set(knownPaths)
 if(EXISTS "${RECORD}")
     file(STRINGS "${RECORD}" lines ENCODING UTF-8)
     foreach(line IN LISTS lines)
         if(line MATCHES "^([0-9a-f]+) (.+)$")
             string(SHA1 id "${CMAKE_MATCH_2}")
             set(laid_${id} ${CMAKE_MATCH_1})
-            list(APPEND knownPaths "${CMAKE_MATCH_2}")
         endif()
     endforeach()
 endif()
 
 file(GLOB_RECURSE paths RELATIVE "${SOURCE}" "${SOURCE}/*")
 list(REMOVE_ITEM paths CMakeLists.txt)
+if(NOT paths)
+    message(FATAL_ERROR "no data files in ${SOURCE} (a path with [ or ] in it can't be searched)")
+endif()
 set(record "")
 foreach(path IN LISTS paths)
     string(SHA1 id "${path}")
@@ -51,13 +53,4 @@ foreach(path IN LISTS paths)
     endif()
 endforeach()
 
-foreach(path IN LISTS knownPaths)
-    string(SHA1 id "${path}")
-    if(NOT path IN_LIST paths AND EXISTS "${TARGET}/${path}")
-        file(SHA256 "${TARGET}/${path}" here)
-        if(here STREQUAL "${laid_${id}}")
-            file(REMOVE "${TARGET}/${path}")
-        endif()
-    endif()
-endforeach()
 file(WRITE "${RECORD}" "${record}")

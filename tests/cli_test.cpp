@@ -71,7 +71,8 @@ TEST(Cli, RefusesBadCallsAndBadFilesWithNothingHalfWritten)
         {{u"dibujar"_s, folder.path(), u"--png"_s, png}, u"carpeta"_s},
         {{u"dibujar"_s, folder.path(u"roto.map"_s), u"--png"_s, png}, u"línea 5"_s},
         {{u"dibujar"_s, good, u"--png"_s, folder.path(u"no/m.png"_s)}, u"No se puede guardar"_s},
-        {{u"dibujar"_s, good, u"--png"_s, folder.path()}, u"carpeta"_s}};
+        {{u"dibujar"_s, good, u"--png"_s, folder.path()}, u"carpeta"_s},
+        {{u"dibujar"_s, good, u"--png"_s, good}, u"el lugar del mapa"_s}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.arguments.join(u' ').toStdString());
         const Result result = run(c.arguments);

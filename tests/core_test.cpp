@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <array>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 using platform::ErrorNumber;
@@ -68,32 +69,55 @@ TEST(TextFile, ReportsWhatCannotBeRead)
 TEST(TextFile, AFailedWriteLeavesTheOldFileWhole)
 {
     const TempAppFolder app;
-    const QString file = app.path(u"datos/f.txt"_s);
-    app.write(u"datos/f.txt"_s, "old");
-    {
-        const FullDisk disk(1000);
-        expectError([&] { platform::writeFileAtomically(file, QByteArray(100'000, 'x')); },
-                    ErrorNumber::FileUnwritable, {u"f.txt"_s, u"No se puede guardar"_s});
+    const QString name = u"datos/f.txt"_s;
+    const QString file = app.path(name);
+    const QByteArray old(2000, 'o');
+    app.write(name, old);
+    const auto expectFailure = [&](const QByteArray& bytes, const QString& reason) {
+        expectError([&] { platform::writeFileAtomically(file, bytes); },
+                    ErrorNumber::FileUnwritable, {u"f.txt"_s, u"No se puede guardar"_s, reason});
+        EXPECT_EQ(app.read(name), old);
+    };
+    // Small enough to stay in a buffer until the very end, and too large for that.
+    for (const qsizetype size : {5000, 100'000}) {
+        const FullDisk disk(3000);
+        expectFailure(QByteArray(size, 'x'), u"espacio libre"_s);
     }
-    EXPECT_EQ(app.read(u"datos/f.txt"_s), "old");
     EXPECT_EQ(QDir(app.path(u"datos"_s)).entryList(QDir::Files | QDir::Hidden),
               QStringList{u"f.txt"_s})
         << "a temporary file was left behind";
 
-    QDir().mkpath(app.path(u"carpeta.map"_s));
-    expectError([&] { platform::writeFileAtomically(app.path(u"carpeta.map"_s), "x"); },
-                ErrorNumber::FileUnwritable, {u"hay una carpeta"_s});
-
+    // A folder that takes no new file: the file itself is overwritten, if it may be.
+    QFile::setPermissions(file, openFile);
     QFile::setPermissions(app.path(u"datos"_s), readOnlyFolder);
+    {
+        const WithoutPrivileges plainUser;
+        const FullDisk disk(3000);
+        expectFailure(QByteArray(5000, 'x'), u"espacio libre"_s);
+    }
+    for (const qsizetype size : {5000, 10}) {
+        const WithoutPrivileges plainUser;
+        platform::writeFileAtomically(file, QByteArray(size, 'x'));
+        EXPECT_EQ(app.read(name), QByteArray(size, 'x'));
+    }
+    QFile::setPermissions(file, readOnlyFile);
     {
         const WithoutPrivileges plainUser;
         expectError([&] { platform::writeFileAtomically(file, "new"); },
                     ErrorNumber::FileUnwritable, {u"permisos"_s});
     }
     QFile::setPermissions(app.path(u"datos"_s), openFolder);
-    EXPECT_EQ(app.read(u"datos/f.txt"_s), "old");
+    EXPECT_EQ(app.read(name), QByteArray(10, 'x'));
+    QFile::setPermissions(file, openFile);
     platform::writeFileAtomically(file, "new");
-    EXPECT_EQ(app.read(u"datos/f.txt"_s), "new");
+    EXPECT_EQ(app.read(name), "new");
+
+    ASSERT_EQ(mkfifo(QFile::encodeName(app.path(u"tubo"_s)).constData(), 0600), 0);
+    expectError([&] { platform::writeFileAtomically(app.path(u"tubo"_s), "x"); },
+                ErrorNumber::FileUnwritable, {u"no es un archivo"_s});
+    QDir().mkpath(app.path(u"carpeta.map"_s));
+    expectError([&] { platform::writeFileAtomically(app.path(u"carpeta.map"_s), "x"); },
+                ErrorNumber::FileUnwritable, {u"hay una carpeta"_s});
 }
 
 TEST(AppFolder, ForgivesBackslashesAndLetterCase)

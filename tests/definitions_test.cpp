@@ -65,24 +65,26 @@ TEST(Definitions, AFaultLeavesEverythingAsItWas)
         ErrorNumber error;
         QStringList fragments;
     };
-    const std::vector<Case> cases{
-        {"cut off in a line",
-         "#x\r\nT1;ini\\a.gif;Prado;;1;2;3\r\nT2;ini\\a.gif;Ma",
-         ErrorNumber::BadFormat,
-         {u"línea 3"_s, u"7"_s}},
-        {"six fields", "T1;;Prado;;1;2\r\n", ErrorNumber::BadFormat, {u"línea 1"_s, u"hay 6"_s}},
-        {"name used",
-         "T1;;a;;1;2;3\r\nT1;;b;;1;2;3\r\n",
-         ErrorNumber::DuplicateKey,
-         {u"línea 2"_s, u"«T1»"_s}},
-        {"picture missing",
-         "T1;ini\\no.gif;a;;1;2;3\r\n",
-         ErrorNumber::FileNotFound,
-         {u"línea 1"_s, u"no.gif"_s}},
-        {"mask is no picture",
-         "T1;ini\\a.gif;a;ini\\tiles.ini;1;2;3\r\n",
-         ErrorNumber::BadPicture,
-         {u"línea 1"_s, u"GIF"_s}}};
+    const std::vector<Case> cases{{"cut off in a line",
+                                   "#x\r\nT1;ini\\a.gif;Prado;;1;2;3\r\nT2;ini\\a.gif;Ma",
+                                   ErrorNumber::BadFormat,
+                                   {u"línea 3"_s, u"7"_s}},
+                                  {"six fields",
+                                   "T1;;Prado;;1;2\r\n",
+                                   ErrorNumber::BadFormat,
+                                   {u"línea 1"_s, u"campos: 6"_s}},
+                                  {"name used",
+                                   "T1;;a;;1;2;3\r\nT1;;b;;1;2;3\r\n",
+                                   ErrorNumber::DuplicateKey,
+                                   {u"línea 2"_s, u"«T1»"_s}},
+                                  {"picture missing",
+                                   "T1;ini\\no.gif;a;;1;2;3\r\n",
+                                   ErrorNumber::FileNotFound,
+                                   {u"línea 1"_s, u"no.gif"_s}},
+                                  {"mask is no picture",
+                                   "T1;ini\\a.gif;a;ini\\tiles.ini;1;2;3\r\n",
+                                   ErrorNumber::BadPicture,
+                                   {u"línea 1"_s, u"GIF"_s}}};
     const TempAppFolder app;
     app.write(u"ini/a.gif"_s, onePixelGif());
     app.write(u"ini/tiles.ini"_s, "V;ini\\a.gif;Viejo;;1;2;3\r\n");

@@ -77,7 +77,11 @@ TEST_F(FormTest, AModalWindowReturnsWhenHiddenOrUnloaded)
     EXPECT_FALSE(form.isLoaded());
     form.onLoad = [] { throw Error(ErrorNumber::BadFormat, u"roto"_s); };
     EXPECT_THROW(form.ui(), Error);
+    EXPECT_THROW(form.showModal(), Error);
     EXPECT_FALSE(form.isLoaded()) << "a window whose loading failed isn't there";
+    form.onLoad = {};
+    form.show();
+    form.hide();
 }
 
 TEST_F(FormTest, SharedInstancesKeepTheirVariablesAcrossUnloading)

@@ -138,8 +138,8 @@ TEST(MapFile, RefusesEveryMalformedFile)
         {"column outside", tiles + "0;2;Aldea;A;|\r\n", {u"fuera del mapa"_s}},
         {"negative row", tiles + "-1;0;Aldea;A;|\r\n", {u"fuera del mapa"_s}},
         {"letters for a row", tiles + "x;0;Aldea;A;|\r\n", {u"línea 6"_s, u"«x»"_s}},
-        {"four fields", tiles + "0;0;Aldea;A|\r\n", {u"línea 6"_s, u"4 campos"_s}},
-        {"six fields", tiles + "0;0;Aldea;A;b;c|\r\n", {u"6 campos"_s}},
+        {"four fields", tiles + "0;0;Aldea;A|\r\n", {u"línea 6"_s, u"sino 4"_s}},
+        {"six fields", tiles + "0;0;Aldea;A;b;c|\r\n", {u"sino 6"_s}},
         {"place not ended", tiles + "0;0;Aldea;A;|0;1;Torre;B;\r\n", {u"línea 6"_s, u"«|»"_s}},
         {"two places in a cell",
          tiles + "0;0;Aldea;A;|0;0;Torre;B;|\r\n",
@@ -188,6 +188,7 @@ TEST(MapFile, RefusesToWriteWhatItCouldNotReadBack)
     expectRefused([](WorldMap& m) { m.notasMapa = u"Łódź"_s; }, u"«Ł»"_s);
     expectRefused([](WorldMap& m) { m.mapaPines(0, 0) = u"Aldea;A;b;c"_s; }, u"«;»"_s);
     expectRefused([](WorldMap& m) { m.mapaPines(0, 0) = u"Aldea;A|;"_s; }, u"«|»"_s);
+    expectRefused([](WorldMap& m) { m.mapaPines(0, 0) = u"Al|dea;A;"_s; }, u"«|»"_s);
     expectRefused([](WorldMap& m) { m.mapaPines(0, 0) = u"Aldea;A\nB;"_s; },
                   u"un salto de línea"_s);
 
@@ -206,24 +207,20 @@ TEST(MapFile, RefusesToWriteWhatItCouldNotReadBack)
               QStringList{u"mapas"_s});
 }
 
-TEST(MapFile, AFailedSaveLeavesTheOldFileWhole)
+TEST(MapFile, AReadOnlyFolderIsNamedAndTheOldFileKept)
 {
     const TempAppFolder app;
-    WorldMap map = randomMap(100, 100, 1);
+    WorldMap map = randomMap(20, 20, 1);
     writeMapFile(map);
     const QString file = u"mapas/%1.map"_s.arg(map.nombre);
     const QByteArray bytes = app.read(file);
     map.notasMapa = u"otras"_s;
-    {
-        const FullDisk disk(4096);
-        expectError([&] { writeMapFile(map); }, ErrorNumber::FileUnwritable, {map.nombre});
-    }
-    EXPECT_EQ(app.read(file), bytes);
-
+    QFile::setPermissions(app.path(file), readOnlyFile);
     QFile::setPermissions(app.path(u"mapas"_s), readOnlyFolder);
     {
         const WithoutPrivileges plainUser;
-        expectError([&] { writeMapFile(map); }, ErrorNumber::FileUnwritable, {u"permisos"_s});
+        expectError([&] { writeMapFile(map); }, ErrorNumber::FileUnwritable,
+                    {map.nombre, u"permisos"_s});
     }
     QFile::setPermissions(app.path(u"mapas"_s), openFolder);
     EXPECT_EQ(app.read(file), bytes);

@@ -96,7 +96,7 @@ TEST_F(MapWindowTest, OpensShowsAndSavesEveryShippedMap)
         EXPECT_EQ(frmMapa().window().windowTitle(), name);
         EXPECT_EQ(frmMapa().accion, NoEditing);
         EXPECT_EQ(frmMapa().currX, 0);
-        EXPECT_GE(frmMapa().lugares.count(), 12);
+        ASSERT_GE(frmMapa().lugares.count(), 12);
         EXPECT_NE(frmMapa().lugares.at(0).icon(), 0);
         EXPECT_EQ(frmMapa().hdcBuffer.image().size(),
                   hex::mapSize(frmMapa().ancho, frmMapa().alto));
@@ -202,6 +202,11 @@ TEST_F(MapWindowTest, CancellingTheFileListChangesNothing)
     cancelBy([&](QWidget&) {
         select();
         QTest::mouseClick(frmListaArchivos().ui().cmdCancelar, Qt::LeftButton);
+    });
+    cancelBy([&](QWidget&) {
+        select();
+        frmListaArchivos().ui().cmdCancelar->setFocus();
+        QTest::keyClick(frmListaArchivos().ui().cmdCancelar, Qt::Key_Return);
     });
     cancelBy([](QWidget&) { // beside the files, none selected
         auto& list = *frmListaArchivos().ui().lvListaArchivos;

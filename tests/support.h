@@ -16,6 +16,11 @@ inline constexpr QFile::Permissions readOnlyFolder = QFile::ReadOwner | QFile::E
                                                      QFile::ReadGroup | QFile::ExeGroup |
                                                      QFile::ReadOther | QFile::ExeOther;
 inline constexpr QFile::Permissions openFolder = readOnlyFolder | QFile::WriteOwner;
+// A file that everybody can read, and that everybody or nobody can change.
+inline constexpr QFile::Permissions readOnlyFile =
+    QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+inline constexpr QFile::Permissions openFile =
+    readOnlyFile | QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
 
 /// A new, empty folder that is AppFolder while the object lives.
 class TempAppFolder

@@ -11,7 +11,7 @@ namespace Procs {
 void reportError(const platform::Error& error, const QString& procedure, const QString& owner);
 
 /// Puts a window above all that aren't topmost (true) or back among them (false), without moving or
-/// resizing it. Returns whether the platform took it, and false when onTop is false.
+/// resizing it. Returns whether there is such a window and onTop is true.
 bool setTopmost(QWindow* handle, bool onTop);
 
 /// The catalogue loaders: each reads its file into its list of frmPrinc, which is empty before. An

@@ -60,6 +60,16 @@ QString recordLine(const CatalogueKind& kind, const ListItem& item)
     return line;
 }
 
+/// The file's name with ".bak" added, or ".bak2" and so on: an older copy may hold the only trace
+/// of a record.
+QString freeBackupPath(const QString& path)
+{
+    QString backup = path + u".bak"_s;
+    for (int i = 2; QFileInfo::exists(backup); ++i)
+        backup = path + u".bak%1"_s.arg(i);
+    return backup;
+}
+
 } // namespace
 
 void loadCatalogue(Catalogue& catalogue)
@@ -99,7 +109,7 @@ void saveCatalogue(Catalogue& catalogue, const std::function<void()>& advance)
             advance();
     }
     if (catalogue.loadStopped && QFileInfo(path).isFile())
-        platform::copyFileAtomically(path, path + u".bak"_s);
+        platform::copyFileAtomically(path, freeBackupPath(path));
     platform::writeFileAtomically(path, bytes);
     catalogue.loadStopped = false;
 }

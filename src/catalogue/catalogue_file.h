@@ -24,5 +24,6 @@ void loadCatalogue(Catalogue& catalogue);
 
 /// Writes the catalogue to its file, in the list's order; `advance` is called after each record.
 /// Fields that a stopped load left out are written empty; if the load had stopped, the old file is
-/// first copied beside itself with ".bak" added. Throws Error, with the old file whole.
+/// first copied beside itself with ".bak" added (".bak2" … where there is one already). Throws
+/// Error, with the old file whole.
 void saveCatalogue(Catalogue& catalogue, const std::function<void()>& advance = {});

@@ -5,7 +5,7 @@
 #include <QStringList>
 
 /// What the commands of kestrune-cli end with.
-enum ExitCode { Success = 0, Negative = 1, BadUsage = 2 };
+enum ExitCode { Success = 0, Failure = 2 };
 
 /// The arguments of a command, taken apart: "--name value" pairs and the rest in order.
 struct Arguments {

@@ -39,14 +39,17 @@ ExitCode dibujar(const Arguments& arguments)
     if (arguments.positional.size() != 1 || output.isEmpty())
         throw UsageError{u"hacen falta un mapa y la opción --png con un archivo"_s};
 
+    const QString input = mapPath(arguments.positional.first());
+    if (QFileInfo::exists(output) && QFileInfo(input) == QFileInfo(output))
+        throw UsageError{u"la imagen ocuparía el lugar del mapa"_s};
+
     MapCanvas canvas;
     Palette tiles(tilesKind());
     Palette pins(pinesKind());
     loadDefinitions(tiles, canvas.colTiles, canvas.colMascarasTiles);
     loadDefinitions(pins, canvas.colPines, canvas.colMascarasPines);
     const WorldMap map = readMapFile(
-        mapPath(arguments.positional.first()),
-        [&](const QString& name) { return canvas.colTiles.contains(name); },
+        input, [&](const QString& name) { return canvas.colTiles.contains(name); },
         [&](const QString& name) { return canvas.colPines.contains(name); });
     canvas.crearBuffer(map.ancho, map.alto);
     canvas.renderMapa(map);

@@ -61,14 +61,14 @@ ExitCode run(const QStringList& words)
     const QString help = u"--ayuda"_s;
     if (words.isEmpty() || words.first() == help) {
         (words.isEmpty() ? err : out) << generalHelp();
-        return words.isEmpty() ? BadUsage : Success;
+        return words.isEmpty() ? Failure : Success;
     }
     const auto command =
         std::find_if(commands().begin(), commands().end(),
                      [&](const Command& known) { return known.name == words.first(); });
     if (command == commands().end()) {
         err << u"kestrune-cli: no existe la orden «%1».\n\n"_s.arg(words.first()) << generalHelp();
-        return BadUsage;
+        return Failure;
     }
     const QString usage = u"Uso: kestrune-cli %1 %2\n"_s.arg(command->name, command->usage);
     if (words.contains(help)) {
@@ -84,7 +84,7 @@ ExitCode run(const QStringList& words)
     } catch (const std::bad_alloc&) {
         err << u"kestrune-cli %1: no queda memoria.\n"_s.arg(command->name);
     }
-    return BadUsage;
+    return Failure;
 }
 
 } // namespace

@@ -55,7 +55,7 @@ struct Definitions {
         const QStringList fields = line.split(u';');
         if (const int needed = fieldsNeeded(kind, fields); fields.size() < needed)
             throw Error(ErrorNumber::BadFormat,
-                        u"hay %1 campos y hacen falta %2"_s.arg(fields.size()).arg(needed));
+                        u"número de campos: %1; hacen falta %2"_s.arg(fields.size()).arg(needed));
         const QString& name = fields[Nombre];
         ListItem& item = items.add(name, fields[Notas]);
         if (!fields[Imagen].isEmpty()) {

@@ -63,7 +63,7 @@ bool FrmListaArchivos::Form_KeyDown(const QKeyEvent& event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        choose();
+        ui().cmdCancelar->hasFocus() ? cancel() : choose();
         return true;
     default:
         return false;
@@ -75,7 +75,7 @@ void FrmListaArchivos::choose()
     const platform::ListItem* const file = ui().lvListaArchivos->selectedItem();
     if (!file)
         return;
-    caminoArchivo = platform::inAppFolder(camino + u'\\' + file->text());
+    caminoArchivo = platform::inAppFolder(camino) + u'/' + file->text();
     hide();
 }
 

@@ -89,4 +89,5 @@ void FrmMapa::loadLugares()
             item.setSubItem(u"y"_s, QString::number(y));
         }
     }
+    lugares.sortAgain();
 }

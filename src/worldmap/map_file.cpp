@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QSet>
 #include <algorithm>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -51,7 +52,7 @@ std::pair<int, int> parsePair(const TextFile& file, std::size_t line, const QStr
     const QStringList fields = file.lines[line].split(fieldSeparator);
     if (fields.size() != 2)
         throw file.errorAt(line, u"se esperaban dos números separados por «;» (%1 y "
-                                 "%2), y hay %3 campos"_s.arg(first, second)
+                                 "%2); número de campos: %3"_s.arg(first, second)
                                      .arg(fields.size()));
     return {parseNumber(file, line, fields[0], first), parseNumber(file, line, fields[1], second)};
 }
@@ -96,7 +97,7 @@ void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile)
         if (shared == known.constEnd()) {
             if (!tile.isEmpty() && !isTile(tile))
                 throw file.errorAt(TilesLine, u"el tile «%1» de la casilla X:%2 Y:%3 "
-                                              "no está definido"_s.arg(
+                                              "no está definido o no tiene imagen"_s.arg(
                                                   tile.left(40), QString::number(cell % map.ancho),
                                                   QString::number(cell / map.ancho)));
             shared = known.insert(tile);
@@ -114,7 +115,7 @@ void parsePlace(const TextFile& file, WorldMap& map, const QString& text, const 
     };
     const QStringList fields = text.split(fieldSeparator);
     if (fields.size() != 5)
-        throw fail(u"tiene %1 campos en vez de 5 (fila, columna, pin, nombre y "
+        throw fail(u"no tiene 5 campos, sino %1 (fila, columna, pin, nombre y "
                    "notas)"_s.arg(fields.size()));
     const int row = parseNumber(file, PlacesLine, fields[0], u"la fila de un lugar"_s);
     const int column = parseNumber(file, PlacesLine, fields[1], u"la columna de un lugar"_s);
@@ -124,7 +125,8 @@ void parsePlace(const TextFile& file, WorldMap& map, const QString& text, const 
     if (!map.mapaPines(row, column).isEmpty())
         throw fail(u"cae en una casilla que ya tiene un lugar"_s);
     if (!isPin(place.pin))
-        throw fail(u"usa el pin «%1», que no está definido"_s.arg(place.pin.left(40)));
+        throw fail(
+            u"usa el pin «%1», que no está definido o no tiene imagen"_s.arg(place.pin.left(40)));
     if (place.name.isEmpty())
         throw fail(u"no tiene nombre"_s);
     if (names.contains(place.name))
@@ -182,7 +184,8 @@ QString mapFileText(const WorldMap& map)
             if (cell.isEmpty())
                 continue;
             const Place place = Place::fromStored(cell);
-            const Place stored{place.pin, storable(place.name, u"el nombre de un lugar"_s),
+            const Place stored{storable(place.pin, u"el nombre de un pin"_s),
+                               storable(place.name, u"el nombre de un lugar"_s),
                                storable(notesToFile(place.notes), u"las notas de un lugar"_s)};
             text += u"%1;%2;"_s.arg(row).arg(column) + stored.stored() + placeEnd;
         }

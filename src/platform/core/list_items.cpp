@@ -67,6 +67,7 @@ void ListItems::clear()
 
 void ListItems::sortByColumn(int column)
 {
+    sortColumn_ = column;
     QCollator collator(QLocale(QLocale::Spanish, QLocale::Spain));
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     struct Entry {
@@ -96,6 +97,12 @@ void ListItems::sortByColumn(int column)
         changePersistentIndex(oldIndexes[i], index(pinned[static_cast<std::size_t>(i)]->row_,
                                                    oldIndexes[i].column()));
     emit layoutChanged({}, VerticalSortHint);
+}
+
+void ListItems::sortAgain()
+{
+    if (sortColumn_ >= 0)
+        sortByColumn(sortColumn_);
 }
 
 void ListItems::swapItems(ListItems& other)

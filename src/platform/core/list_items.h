@@ -88,6 +88,8 @@ public:
     /// Orders the items by the text shown in a column (from 0), ascending, with the rules of the
     /// Spanish alphabet and without regard to letter case; equal texts keep their order.
     void sortByColumn(int column);
+    /// Sorts by the column of the last sortByColumn, if there was one. For after items were added.
+    void sortAgain();
 
     /// Exchanges the items, but not the columns, with another list.
     void swapItems(ListItems& other);
@@ -106,6 +108,7 @@ private:
     std::vector<ListColumn> columns_;
     std::vector<std::unique_ptr<ListItem>> items_;
     QHash<QString, ListItem*> byKey_;
+    int sortColumn_ = -1;
 };
 
 } // namespace platform

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -15,27 +16,41 @@ namespace {
 
 constexpr qint64 bytesPerMegabyte = 1024 * 1024;
 
-QString reasonOf(QFileDevice::FileError error)
+QString openingReason()
 {
-    switch (error) {
-    case QFileDevice::OpenError:
-    case QFileDevice::PermissionsError:
-        return u"no se puede abrir; compruebe los permisos del archivo y de su carpeta"_s;
-    case QFileDevice::ResourceError:
-        return u"no queda espacio en el disco"_s;
-    case QFileDevice::WriteError:
-        return u"no se puede escribir; compruebe el espacio libre y los permisos"_s;
-    case QFileDevice::RenameError:
-        return u"no se puede sustituir el archivo anterior"_s;
-    default:
-        return u"error de lectura o escritura"_s;
-    }
+    return u"no se puede abrir; compruebe los permisos del archivo y de su carpeta"_s;
+}
+
+QString writingReason()
+{
+    return u"no se puede escribir; compruebe el espacio libre del disco"_s;
 }
 
 Error unwritable(const QString& path, const QString& reason)
 {
     return Error(ErrorNumber::FileUnwritable,
                  u"No se puede guardar «%1»: %2."_s.arg(displayPath(path), reason));
+}
+
+/// Puts bytes into a file that is there, where its folder allows no new file beside it. The room
+/// for them is taken before any old byte is touched, so that a full disk leaves the old file whole.
+void overwrite(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
+        throw unwritable(path, openingReason());
+    const qint64 oldSize = file.size();
+    if (bytes.size() > oldSize) {
+        const QByteArray beyond = bytes.sliced(oldSize);
+        if (!file.seek(oldSize) || file.write(beyond) != beyond.size()) {
+            file.resize(oldSize);
+            throw unwritable(path, writingReason());
+        }
+    }
+    const qint64 within = std::min(qint64{bytes.size()}, oldSize);
+    if (!file.seek(0) || file.write(bytes.constData(), within) != within ||
+        !file.resize(bytes.size()))
+        throw unwritable(path, writingReason());
 }
 
 } // namespace
@@ -67,10 +82,10 @@ QByteArray readFile(const QString& path, qint64 maxBytes)
                         QString::number(maxBytes / bytesPerMegabyte)));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw unreadable(reasonOf(file.error()));
+        throw unreadable(openingReason());
     QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
-        throw unreadable(reasonOf(file.error()));
+        throw unreadable(u"error de lectura"_s);
     return bytes;
 }
 
@@ -98,12 +113,17 @@ TextFile readTextFile(const QString& path)
 
 void writeFileAtomically(const QString& path, const QByteArray& bytes)
 {
-    if (QFileInfo(path).isDir())
-        throw unwritable(path, u"hay una carpeta con ese nombre"_s);
+    if (const QFileInfo info(path); info.exists() && !info.isFile())
+        throw unwritable(path, info.isDir() ? u"hay una carpeta con ese nombre"_s
+                                            : u"no es un archivo corriente"_s);
     QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw unwritable(path, reasonOf(file.error()));
+    if (!file.open(QIODevice::WriteOnly)) {
+        overwrite(path, bytes);
+        return;
+    }
+    // Flushed by hand: commit() doesn't notice when the last of the bytes find no room.
+    if (file.write(bytes) != bytes.size() || !file.flush() || !file.commit())
+        throw unwritable(path, writingReason());
 }
 
 void copyFileAtomically(const QString& from, const QString& to)

@@ -33,7 +33,7 @@ std::vector<QString> splitLines(const QString& text);
 
 /// Puts bytes into a file so that a failure or a crash leaves the old file whole: a new file beside
 /// it is filled, flushed and renamed over it. Only where the folder forbids new files is the file
-/// itself overwritten. Throws Error (FileUnwritable).
+/// itself overwritten, which a crash can spoil, but not a full disk. Throws Error (FileUnwritable).
 void writeFileAtomically(const QString& path, const QByteArray& bytes);
 
 /// Copies a file over another, with the same care. Throws Error.

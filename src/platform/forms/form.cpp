@@ -4,9 +4,19 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QScreen>
 #include <algorithm>
 
 namespace platform {
+
+namespace {
+
+// Room for what a window manager puts around a window, in pixels.
+constexpr QSize windowFrame(16, 48);
+
+FormRegistry* currentRegistry = nullptr;
+
+} // namespace
 
 bool FormWindow::event(QEvent* event)
 {
@@ -53,19 +63,27 @@ void FormWindow::hideEvent(QHideEvent* event)
 
 FormBase::~FormBase()
 {
+    discardWindow();
+}
+
+void FormBase::discardWindow()
+{
     if (window_)
         window_->detach();
+    window_.reset();
 }
 
 FormWindow& FormBase::window()
 {
     if (!window_) {
         window_ = buildWindow();
+        // A design may be larger than a small or much scaled screen.
+        const QSize room = window_->screen()->availableSize() - windowFrame;
+        window_->resize(window_->size().boundedTo(room));
         try {
             Form_Load();
         } catch (...) {
-            window_->detach();
-            window_.reset();
+            discardWindow();
             throw;
         }
     }
@@ -82,9 +100,9 @@ void FormBase::show()
 
 void FormBase::showModal()
 {
+    window().setWindowModality(Qt::ApplicationModal);
     QEventLoop loop;
     modalLoop_ = &loop;
-    window().setWindowModality(Qt::ApplicationModal);
     window().show();
     window().raise();
     window().activateWindow();
@@ -120,10 +138,6 @@ void FormBase::endModal()
     modalLoop_ = nullptr;
 }
 
-namespace {
-FormRegistry* currentRegistry = nullptr;
-} // namespace
-
 FormRegistry::FormRegistry()
 {
     Q_ASSERT(!currentRegistry);
@@ -133,8 +147,11 @@ FormRegistry::FormRegistry()
 FormRegistry::~FormRegistry()
 {
     // The youngest first: forms may refer to those that were there before them.
-    while (!forms_.empty())
+    while (!forms_.empty()) {
+        // The controls first: they show lists that are members of the form.
+        forms_.back().form->discardWindow();
         forms_.pop_back();
+    }
     currentRegistry = nullptr;
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <vector>
 
 class QEventLoop;
 
@@ -73,7 +73,9 @@ protected:
 
 private:
     friend class FormWindow;
+    friend class FormRegistry;
     void endModal();
+    void discardWindow();
 
     std::unique_ptr<FormWindow> window_;
     QEventLoop* modalLoop_ = nullptr;

@@ -45,6 +45,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        option->text.replace(QChar::LineSeparator, u' '); // a row is one line high
         const int position = index.data(ListItems::IconRole).toInt();
         if (position == 0)
             return;
@@ -97,6 +98,8 @@ ListView::ListView(QWidget* parent) : QTreeView(parent)
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
         if (items_)
             items_->sortByColumn(column);
+        // The arrow that the style draws for "descending" is the one that stands for ascending
+        // here: it points up.
         header()->setSortIndicator(column, Qt::DescendingOrder);
         header()->setSortIndicatorShown(true);
     });
