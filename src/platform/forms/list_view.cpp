@@ -68,6 +68,23 @@ private:
     mutable QHash<qint64, QIcon> icons_; // by the picture's cache key; pictures never change
 };
 
+/// A header whose texts end in "…" where they don't fit. Qt's own eliding leaves out right-aligned
+/// texts, which lose their beginning then.
+class ElidingHeader final : public QHeaderView
+{
+public:
+    explicit ElidingHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override
+    {
+        QHeaderView::initStyleOptionForIndex(option, section);
+        const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, option, this);
+        option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight,
+                                                      sectionSize(section) - 2 * margin);
+    }
+};
+
 ListItem* selectedItemOf(const QAbstractItemView& view, ListItems* items)
 {
     const QModelIndexList rows =
@@ -87,6 +104,7 @@ void attach(QAbstractItemView& view, ListItems& items, const ImageList& icons)
 
 ListView::ListView(QWidget* parent) : QTreeView(parent)
 {
+    setHeader(new ElidingHeader(this));
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
@@ -94,7 +112,6 @@ ListView::ListView(QWidget* parent) : QTreeView(parent)
     setEditTriggers(NoEditTriggers);
     header()->setSectionsClickable(true);
     header()->setStretchLastSection(false);
-    header()->setTextElideMode(Qt::ElideRight);
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
         if (items_)
             items_->sortByColumn(column);
