@@ -3,7 +3,9 @@
 #include "catalogue/frmPrinc.h"
 #include "catalogue/frmProgreso.h"
 #include "window_test.h"
+#include "worldmap/frmInfoPin.h"
 #include "worldmap/frmListaArchivos.h"
+#include "worldmap/frmMapProperties.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
@@ -142,6 +144,8 @@ TEST_F(StartTest, EveryWindowHoldsTheHouseRules)
           Known{frmProgreso(), u"frmProgreso"_s, u"Generando"_s},
           Known{frmMapa(), u"frmMapa"_s, u"Kestrune"_s},
           Known{frmListaArchivos(), u"frmListaArchivos"_s, u"Lista de archivos"_s},
+          Known{frmInfoPin(), u"frmInfoPin"_s, u"Lugar"_s},
+          Known{frmMapProperties(), u"frmMapProperties"_s, u"Propiedades"_s},
           Known{frmTiles(), u"frmTiles"_s, u"Tiles"_s},
           Known{frmPines(), u"frmPines"_s, u"Pines"_s},
           Known{frmTilesLocales(), u"frmTilesLocales"_s, u"Tiles"_s}}) {

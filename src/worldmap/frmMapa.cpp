@@ -1,5 +1,6 @@
 #include "worldmap/frmMapa.h"
 
+#include "app/procs_windows.h"
 #include "platform/forms/application.h"
 #include "platform/forms/toolbar.h"
 #include "worldmap/frmPines.h"
@@ -24,6 +25,17 @@ constexpr QRgb bannerTextColor = qRgb(72, 63, 44);
 constexpr int bannerFontPixels = 24;
 constexpr int smallestBannerFontPixels = 12;
 
+/// Shows a tool window above all others, or hides it.
+void showTool(platform::FormBase& tool, bool visible)
+{
+    if (!visible) {
+        tool.hide();
+        return;
+    }
+    tool.show();
+    Procs::setTopmost(tool.window().windowHandle(), true);
+}
+
 } // namespace
 
 FrmMapa& frmMapa()
@@ -44,7 +56,13 @@ void FrmMapa::Form_Load()
         platform::runCommand([&] { Toolbar_ButtonClick(key, pressed); });
     });
     QObject::connect(ui().imgMapa, &platform::PictureBox::mouseMoved, &window(),
-                     [this](QPoint position) { mouseCell = hex::cellAt(position); });
+                     [this](QPoint position, Qt::MouseButtons held) {
+                         platform::runCommand([&] { imgMapa_MouseMove(position, held); });
+                     });
+    QObject::connect(ui().imgMapa, &platform::PictureBox::clicked, &window(),
+                     [this] { platform::runCommand([this] { imgMapa_Click(); }); });
+    frmTiles().closed = [this] { ui().tiles->trigger(); };
+    frmPines().closed = [this] { ui().pines->trigger(); };
     // Without its definitions the window can draw nothing, but it comes up and says why.
     platform::runCommand([this] { loadTiles(); });
     platform::runCommand([this] { loadPines(); });
@@ -76,12 +94,25 @@ void FrmMapa::Form_Unload()
     platform::endProgram();
 }
 
-void FrmMapa::Toolbar_ButtonClick(const QString& key, bool /*pressed*/)
+void FrmMapa::Toolbar_ButtonClick(const QString& key, bool pressed)
 {
-    if (key == "abrir"_L1)
+    if (key == "nuevo"_L1) {
+        askToSave();
+        newFromProperties();
+    } else if (key == "propiedades"_L1) {
+        editProperties();
+    } else if (key == "abrir"_L1) {
+        askToSave();
         openMapa();
-    else if (key == "guardar"_L1)
+    } else if (key == "guardar"_L1) {
         saveMapa();
+    } else if (key == "tiles"_L1) {
+        accion = pressed ? PaintTiles : NoEditing;
+        showTool(frmTiles(), pressed);
+    } else if (key == "pines"_L1) {
+        accion = pressed ? SetPlaces : NoEditing;
+        showTool(frmPines(), pressed);
+    }
 }
 
 void FrmMapa::Form_Resize()
@@ -102,6 +133,7 @@ void FrmMapa::Form_Resize()
     controls.frameLugares->setGeometry(mapaWidth + gap, toolbarHeight + framesTop, lugaresWidth,
                                        framesHeight);
     controls.lvLugares->resize(controls.lvLugares->width(), framesHeight - lugaresMargins);
+    controls.lblPosicion->resize(mapaWidth - 2 * gap, controls.lblPosicion->height());
     controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
     scrollMapa();
 }

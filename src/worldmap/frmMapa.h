@@ -44,12 +44,28 @@ protected:
     void Form_Unload() override;
 
 private:
+    std::optional<QPoint> dragPosition_; ///< where the pointer last was with the left button held
+
     void loadTiles();
     void loadPines();
     void loadBanner();
     void layOutBanner();
     void showDocument(WorldMap document);
+    void askToSave();
+    void newFromProperties();
+    void editProperties();
     void Toolbar_ButtonClick(const QString& key, bool pressed);
+
+    void imgMapa_MouseMove(QPoint position, Qt::MouseButtons held);
+    void imgMapa_Click();
+    /// The cell under the mouse, in map coordinates.
+    QPoint mapCell() const { return mouseCell + QPoint(currX, currY); }
+    bool onMap(QPoint cell) const { return mapaTiles.contains(cell.y(), cell.x()); }
+    void dragPaint(QPoint from, QPoint to);
+    void paintTile(QPoint cell);
+    void setPlace(QPoint cell);
+    bool nameIsTaken(const QString& name, QPoint exceptAt) const;
+    void showEdit(QPoint cell);
 };
 
 FrmMapa& frmMapa();

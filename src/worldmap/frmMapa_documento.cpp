@@ -3,6 +3,7 @@
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
 #include "worldmap/frmListaArchivos.h"
+#include "worldmap/frmMapProperties.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
@@ -14,6 +15,16 @@ using namespace Qt::StringLiterals;
 
 using platform::MsgBox::Icon;
 
+namespace {
+
+/// The number chosen from a list, or the old one when none is: the map's isn't among those offered.
+int chosenNumber(const QComboBox& list, int old)
+{
+    return list.currentIndex() < 0 ? old : list.currentText().toInt();
+}
+
+} // namespace
+
 void FrmMapa::newMapa()
 {
     const QString tile = frmTiles().selectedName();
@@ -24,6 +35,46 @@ void FrmMapa::newMapa()
     fresh.mapaPines = platform::Grid<QString>(alto, ancho);
     fresh.mapaCambiado = true;
     showDocument(std::move(fresh));
+}
+
+/// "nuevo": the properties dialog, then a new map of what it says.
+void FrmMapa::newFromProperties()
+{
+    Ui::FrmMapProperties& dialog = frmMapProperties().ui();
+    dialog.cmbAncho->setEnabled(true);
+    dialog.cmbAlto->setEnabled(true);
+    frmMapProperties().showModal();
+    if (frmMapProperties().cancelado)
+        return;
+
+    const QString tile = frmTiles().selectedName();
+    selectTile(tile); // both fail before anything is changed
+    ancho = chosenNumber(*dialog.cmbAncho, ancho);
+    alto = chosenNumber(*dialog.cmbAlto, alto);
+    latNorte = chosenNumber(*dialog.cmbLatitudNorte, latNorte);
+    latSur = chosenNumber(*dialog.cmbLatitudSur, latSur);
+    notasMapa = dialog.txtNotas->toPlainText();
+    nombre = dialog.txtNombre->text();
+    newMapa();
+}
+
+/// "propiedades": the properties of the document, whose size stays.
+void FrmMapa::editProperties()
+{
+    Ui::FrmMapProperties& dialog = frmMapProperties().ui();
+    dialog.txtNombre->setText(nombre);
+    dialog.txtNotas->setPlainText(notasMapa);
+    frmMapProperties().setSize(ancho, alto);
+    frmMapProperties().setLatitudes(latNorte, latSur);
+    dialog.cmbAncho->setEnabled(false);
+    dialog.cmbAlto->setEnabled(false);
+    frmMapProperties().showModal();
+    if (frmMapProperties().cancelado)
+        return;
+    notasMapa = dialog.txtNotas->toPlainText();
+    latNorte = chosenNumber(*dialog.cmbLatitudNorte, latNorte);
+    latSur = chosenNumber(*dialog.cmbLatitudSur, latSur);
+    setNombre(dialog.txtNombre->text());
 }
 
 void FrmMapa::openMapa()
@@ -58,6 +109,17 @@ void FrmMapa::showDocument(WorldMap document)
     renderMapa();
     scrollMapa();
     setNombre(nombre);
+}
+
+/// Asks whether to save a changed document that is about to be replaced. A save that fails throws,
+/// so that the document stays.
+void FrmMapa::askToSave()
+{
+    if (mapaCambiado &&
+        platform::MsgBox::show(u"El mapa ha cambiado. ¿Desea guardarlo?"_s, u"Advertencia"_s,
+                               Icon::Question,
+                               platform::MsgBox::Buttons::YesNo) == platform::MsgBox::Answer::Yes)
+        saveMapa();
 }
 
 void FrmMapa::saveMapa()

@@ -26,9 +26,8 @@ const Picture& pictureOf(const PictureCollection& pictures, const QString& name)
 
 /// Draws a picture over a cell: what lies under the mask's black is wiped out, then the picture,
 /// black outside its own shape, is laid over it.
-void drawCell(MemoryDC& dc, int x, int y, const MemoryDC& picture, const MemoryDC* mask)
+void drawPicture(MemoryDC& dc, QPoint origin, const MemoryDC& picture, const MemoryDC* mask)
 {
-    const QPoint origin = hex::cellOrigin(x, y);
     if (mask)
         dc.MaskBlt(origin.x(), origin.y(), hex::cellWidth, hex::cellHeight, picture, *mask);
     else
@@ -94,7 +93,31 @@ void MapCanvas::selectPin(const QString& pin)
 
 void MapCanvas::drawTile(MemoryDC& dc, int x, int y) const
 {
-    drawCell(dc, x, y, *tileActual, tileMask.get());
+    drawPicture(dc, hex::cellOrigin(x, y), *tileActual, tileMask.get());
+}
+
+void MapCanvas::redrawCell(const WorldMap& map, int x, int y)
+{
+    // The pictures of the neighbours reach into the cell's, some below it and some above.
+    const QPoint corner = hex::cellOrigin(x, y);
+    MemoryDC patch(hex::cellWidth, hex::cellHeight);
+    for (int row = y - 1; row <= y + 1; ++row) {
+        for (int column = x - 1; column <= x + 1; ++column) {
+            if (!map.mapaTiles.contains(row, column))
+                continue;
+            const QPoint offset = hex::cellOrigin(column, row) - corner;
+            if (const QString& tile = map.mapaTiles(row, column); !tile.isEmpty())
+                drawPicture(patch, offset, *pictureOf(colTiles, tile),
+                            pictureOf(colMascarasTiles, tile).get());
+            if (const QString& place = map.mapaPines(row, column); !place.isEmpty()) {
+                const QString pin = Place::fromStored(place).pin;
+                drawPicture(patch, offset, *pictureOf(colPines, pin),
+                            pictureOf(colMascarasPines, pin).get());
+            }
+        }
+    }
+    hdcBuffer.BitBlt(corner.x(), corner.y(), patch.width(), patch.height(), patch, 0, 0,
+                     platform::RasterOp::SRCCOPY);
 }
 
 void MapCanvas::renderMapa(const WorldMap& map)
@@ -104,7 +127,7 @@ void MapCanvas::renderMapa(const WorldMap& map)
         for (int x = 0; x < map.ancho; ++x) {
             if (const QString& tile = map.mapaTiles(y, x); !tile.isEmpty()) {
                 const TileFinder::Found& found = tiles.find(tile);
-                drawCell(hdcBuffer, x, y, *found.picture, found.mask);
+                drawPicture(hdcBuffer, hex::cellOrigin(x, y), *found.picture, found.mask);
             }
             if (const QString& place = map.mapaPines(y, x); !place.isEmpty()) {
                 selectPin(place.section(u';', 0, 0));

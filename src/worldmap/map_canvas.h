@@ -35,6 +35,10 @@ public:
     /// at the surface's top left corner.
     void drawTile(platform::MemoryDC& dc, int x, int y) const;
 
+    /// Draws again what one cell's picture covers of the back buffer, with the same pixels as
+    /// drawing the whole map.
+    void redrawCell(const WorldMap& map, int x, int y);
+
     /// Draws every cell and every place of the map into the back buffer, row by row, a place's pin
     /// right after the tile of its cell. The buffer must be of the map's size.
     void renderMapa(const WorldMap& map);

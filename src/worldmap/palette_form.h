@@ -12,6 +12,8 @@ class PaletteForm : public platform::Form<Design>
 {
 public:
     Palette palette;
+    /// Called after the user closed the palette by its box.
+    std::function<void()> closed;
 
     void createColumns()
     {
@@ -49,7 +51,12 @@ protected:
         list().setItems(palette.items, palette.images);
     }
 
-    void closeBox() override { this->hide(); }
+    void closeBox() override
+    {
+        this->hide();
+        if (closed)
+            closed();
+    }
 
 private:
     platform::ListView& list() { return *(this->ui().*ListControl); }

@@ -36,5 +36,5 @@ struct WorldMap {
 
     int currX = 0; ///< first visible column, always even
     int currY = 0; ///< first visible row
-    int accion = PaintTiles;
+    int accion = NoEditing;
 };

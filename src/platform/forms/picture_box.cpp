@@ -69,4 +69,17 @@ void PictureBox::mouseMoveEvent(QMouseEvent* event)
     emit mouseMoved(event->position().toPoint(), event->buttons());
 }
 
+void PictureBox::mousePressEvent(QMouseEvent* event)
+{
+    emit mouseMoved(event->position().toPoint(), event->buttons());
+}
+
+void PictureBox::mouseReleaseEvent(QMouseEvent* event)
+{
+    const QPoint position = event->position().toPoint();
+    emit mouseMoved(position, event->buttons());
+    if (event->button() == Qt::LeftButton && rect().contains(position))
+        emit clicked();
+}
+
 } // namespace platform

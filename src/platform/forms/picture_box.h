@@ -42,11 +42,16 @@ public:
     void refresh() { update(); }
 
 signals:
+    /// The pointer moved, or a button was pressed where it is.
     void mouseMoved(QPoint position, Qt::MouseButtons held);
+    /// The left button was released over the box after it was pressed there.
+    void clicked();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     MemoryDC dc_;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace Procs {
+
+/// Makes up a name from a grammar file, given relative to AppFolder: `count` random alternatives of
+/// its first rule, one after the other, with every reference and inclusion in them expanded. The
+/// file and those it includes are read anew at every call. Throws Error that names file and rule
+/// when the grammar is faulty or doesn't come to an end.
+QString generarNombre(int count, const QString& grammarFile);
+
+} // namespace Procs

@@ -1,0 +1,137 @@
+// Editing on the map window: painting terrain and setting places.
+
+#include "platform/forms/application.h"
+#include "platform/forms/msg_box.h"
+#include "worldmap/frmInfoPin.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+#include "worldmap/hex_geometry.h"
+
+#include <QScreen>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+void FrmMapa::imgMapa_MouseMove(QPoint position, Qt::MouseButtons held)
+{
+    mouseCell = hex::cellAt(position);
+    const QPoint cell = mapCell();
+    const QString place = onMap(cell) ? mapaPines(cell.y(), cell.x()) : QString();
+    ui().imgMapa->setToolTip(place.isEmpty() ? QString() : Place::fromStored(place).name);
+    ui().lblPosicion->setText(u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()));
+
+    if (!(held & Qt::LeftButton) || accion != PaintTiles) {
+        dragPosition_.reset();
+        return;
+    }
+    const QPoint from = dragPosition_.value_or(position);
+    dragPosition_ = position;
+    try {
+        dragPaint(from, position);
+    } catch (...) {
+        dragPosition_.reset();
+        throw;
+    }
+}
+
+/// Paints every cell that holds no place on the way between two positions in the view, so that a
+/// fast mouse leaves no holes.
+void FrmMapa::dragPaint(QPoint from, QPoint to)
+{
+    const QPoint way = to - from;
+    const int steps = std::max({1, std::abs(way.x()), std::abs(way.y())});
+    std::optional<QPoint> last;
+    for (int step = 0; step <= steps; ++step) {
+        const QPoint cell = hex::cellAt(from + way * step / steps) + QPoint(currX, currY);
+        if (cell == last)
+            continue;
+        last = cell;
+        if (onMap(cell) && mapaPines(cell.y(), cell.x()).isEmpty())
+            paintTile(cell);
+    }
+}
+
+void FrmMapa::imgMapa_Click()
+{
+    const QPoint cell = mapCell();
+    if (!onMap(cell))
+        return;
+    if (accion == PaintTiles)
+        paintTile(cell);
+    else if (accion == SetPlaces)
+        setPlace(cell);
+}
+
+/// Paints a cell with the tile selected in the palette. Under a place only the document changes.
+void FrmMapa::paintTile(QPoint cell)
+{
+    const QString tile = frmTiles().selectedName();
+    QString& painted = mapaTiles(cell.y(), cell.x());
+    if (!mapaPines(cell.y(), cell.x()).isEmpty()) {
+        painted = tile;
+        return;
+    }
+    selectTile(tile); // fails, with nothing changed, for a tile without a picture
+    mapaCambiado = true;
+    if (painted == tile)
+        return;
+    painted = tile;
+    showEdit(cell);
+}
+
+/// Asks for the place of a cell and puts it there; an existing one gets a new name and notes.
+void FrmMapa::setPlace(QPoint cell)
+{
+    QString& stored = mapaPines(cell.y(), cell.x());
+    const bool isNew = stored.isEmpty();
+    Place place = isNew ? Place{frmPines().selectedName(), {}, {}} : Place::fromStored(stored);
+    if (isNew)
+        selectPin(place.pin);
+
+    FrmInfoPin& dialog = frmInfoPin();
+    dialog.ui().txtNombre->setText(place.name);
+    dialog.ui().txtInfo->setPlainText(place.notes);
+    const QPoint corner = hex::cellOrigin(mouseCell.x(), mouseCell.y());
+    dialog.window().move(
+        ui().imgMapa->mapToGlobal(corner + QPoint(hex::cellWidth, hex::cellHeight)));
+    dialog.showModal();
+    while (nameIsTaken(dialog.ui().txtNombre->text(), cell)) {
+        platform::MsgBox::show(u"Ya hay un lugar con ese nombre."_s, u"Error"_s,
+                               platform::MsgBox::Icon::Critical);
+        dialog.showModal();
+    }
+    place.name = dialog.ui().txtNombre->text();
+    place.notes = dialog.ui().txtInfo->toPlainText();
+    if (place.name.isEmpty())
+        return;
+    stored = place.stored();
+    if (isNew) {
+        mapaCambiado = true;
+        showEdit(cell);
+    }
+    loadLugares();
+}
+
+bool FrmMapa::nameIsTaken(const QString& name, QPoint exceptAt) const
+{
+    for (int y = 0; y < alto; ++y) {
+        for (int x = 0; x < ancho; ++x) {
+            if (QPoint(x, y) != exceptAt && !mapaPines(y, x).isEmpty() &&
+                Place::fromStored(mapaPines(y, x)).name == name)
+                return true;
+        }
+    }
+    return false;
+}
+
+/// Brings an edited cell into the back buffer and onto the screen.
+void FrmMapa::showEdit(QPoint cell)
+{
+    redrawCell(*this, cell.x(), cell.y());
+    const QPoint corner = hex::cellOrigin(cell.x(), cell.y());
+    const QPoint inView = corner - hex::cellOrigin(currX, currY);
+    ui().imgMapa->dc().BitBlt(inView.x(), inView.y(), hex::cellWidth, hex::cellHeight, hdcBuffer,
+                              corner.x(), corner.y(), platform::RasterOp::SRCCOPY);
+    ui().imgMapa->update(QRect(inView, QSize(hex::cellWidth, hex::cellHeight)));
+}

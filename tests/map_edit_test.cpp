@@ -1,0 +1,358 @@
+// Painting and placing with real clicks, drags and keys.
+#include "window_test.h"
+#include "worldmap/frmInfoPin.h"
+#include "worldmap/frmListaArchivos.h"
+#include "worldmap/frmMapProperties.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+#include "worldmap/hex_geometry.h"
+
+#include <QMouseEvent>
+#include <QToolBar>
+#include <QToolTip>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class MapEditTest : public WindowTest
+{
+protected:
+    MapEditTest()
+    {
+        frmTiles().createColumns();
+        frmPines().createColumns();
+        frmMapa().show();
+        frmMapa().ancho = 50;
+        frmMapa().alto = 50;
+        frmMapa().newMapa(); // the sea, as the first tile is
+        frmMapa().mapaCambiado = false;
+    }
+
+    static void press(QAction* button)
+    {
+        QTest::mouseClick(frmMapa().ui().Toolbar->widgetForAction(button), Qt::LeftButton);
+    }
+
+    static void choose(platform::ListView* list, int row)
+    {
+        list->setCurrentIndex(list->model()->index(row, 0));
+    }
+
+    /// A point inside a cell, in the view.
+    static QPoint inView(int x, int y)
+    {
+        return hex::cellOrigin(x - frmMapa().currX, y - frmMapa().currY) + QPoint(5, 6);
+    }
+
+    static void click(int x, int y)
+    {
+        QTest::mouseClick(frmMapa().ui().imgMapa, Qt::LeftButton, {}, inView(x, y));
+    }
+
+    static void send(QEvent::Type type, QPoint position, Qt::MouseButton button,
+                     Qt::MouseButtons held)
+    {
+        QWidget* const view = frmMapa().ui().imgMapa;
+        QMouseEvent event(type, position, view->mapToGlobal(position), button, held, {});
+        QCoreApplication::sendEvent(view, &event);
+    }
+
+    static void drag(QPoint from, QPoint to)
+    {
+        send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+        send(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    }
+
+    /// Clicks a cell in place mode and types into the dialog.
+    static void setPlace(int x, int y, const QString& name, const QString& notes)
+    {
+        duringModal([&] { click(x, y); },
+                    [&] {
+                        Ui::FrmInfoPin& ui = frmInfoPin().ui();
+                        ui.txtNombre->selectAll();
+                        QTest::keyClicks(ui.txtNombre, name);
+                        ui.txtInfo->setPlainText(notes);
+                        QTest::keyClick(ui.txtInfo, Qt::Key_Escape);
+                    });
+    }
+
+    /// Buffer and view must be what drawing the whole map anew gives.
+    static void expectPixelsOfFullRedraw()
+    {
+        const QImage edited = frmMapa().hdcBuffer.image().copy();
+        const QImage shown = frmMapa().ui().imgMapa->grab().toImage();
+        frmMapa().crearBuffer();
+        frmMapa().renderMapa();
+        frmMapa().scrollMapa();
+        EXPECT_EQ(edited, frmMapa().hdcBuffer.image());
+        EXPECT_EQ(shown, frmMapa().ui().imgMapa->grab().toImage());
+    }
+};
+
+} // namespace
+
+TEST_F(MapEditTest, PaintsTheCellClickedOnlyInPaintMode)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    choose(frmTiles().ui().lvTiles, 7);
+    const QString tile = frmTiles().selectedName();
+    click(4, 5);
+    EXPECT_NE(frmMapa().mapaTiles(5, 4), tile) << "no tool was picked yet";
+    press(ui.tiles);
+    EXPECT_TRUE(frmTiles().isVisible());
+    choose(frmTiles().ui().lvTiles, 7);
+    for (const QPoint cell : {QPoint(0, 0), QPoint(5, 8), QPoint(8, 5)}) {
+        click(cell.x(), cell.y());
+        EXPECT_EQ(frmMapa().mapaTiles(cell.y(), cell.x()), tile);
+    }
+    EXPECT_EQ(std::count(frmMapa().mapaTiles.begin(), frmMapa().mapaTiles.end(), tile), 3);
+    EXPECT_TRUE(frmMapa().mapaCambiado);
+    EXPECT_EQ(ui.lblPosicion->text(), u"X:8 Y:5"_s);
+    expectPixelsOfFullRedraw();
+
+    frmMapa().currX = 10;
+    frmMapa().currY = 20;
+    frmMapa().scrollMapa();
+    click(13, 24);
+    EXPECT_EQ(frmMapa().mapaTiles(24, 13), tile);
+    QTest::mouseClick(ui.imgMapa, Qt::LeftButton, {}, QPoint(12, 3)); // above an odd column
+    EXPECT_EQ(ui.lblPosicion->text(), u"X:11 Y:19"_s);
+    expectPixelsOfFullRedraw();
+}
+
+TEST_F(MapEditTest, AFastDragLeavesNoHolesAndSparesPlaces)
+{
+    press(frmMapa().ui().tiles);
+    choose(frmTiles().ui().lvTiles, 9);
+    const QString tile = frmTiles().selectedName();
+    frmMapa().mapaPines(10, 10) = u"Aldea;Isleta;"_s;
+    frmMapa().renderMapa();
+    frmMapa().scrollMapa();
+    const QPoint from = inView(4, 10);
+    const QPoint to = inView(40, 10);
+    drag(from, to);
+    for (int x = from.x(); x <= to.x(); ++x) {
+        const QPoint cell = hex::cellAt({x, from.y()});
+        ASSERT_EQ(frmMapa().mapaTiles(cell.y(), cell.x()) == tile, cell != QPoint(10, 10))
+            << cell.x() << ',' << cell.y();
+    }
+    drag(inView(3, 12), inView(20, 30));
+    drag(inView(30, 30), QPoint(-200, -200)); // out of the map and back
+    expectPixelsOfFullRedraw();
+
+    click(10, 10); // under a place: only the document knows
+    EXPECT_EQ(frmMapa().mapaTiles(10, 10), tile);
+    EXPECT_EQ(frmMapa().mapaPines(10, 10), u"Aldea;Isleta;"_s);
+}
+
+TEST_F(MapEditTest, ModesFollowTheLastButtonAndPalettesPopTheirs)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    press(ui.tiles);
+    press(ui.pines);
+    EXPECT_TRUE(frmTiles().isVisible() && frmPines().isVisible());
+    EXPECT_EQ(frmMapa().accion, SetPlaces);
+    press(ui.tiles);
+    EXPECT_FALSE(frmTiles().isVisible());
+    EXPECT_EQ(frmMapa().accion, NoEditing);
+    EXPECT_TRUE(ui.pines->isChecked());
+    frmPines().window().close();
+    EXPECT_FALSE(ui.pines->isChecked());
+    EXPECT_FALSE(frmPines().isVisible());
+    press(ui.pines);
+    EXPECT_EQ(frmMapa().accion, SetPlaces);
+    EXPECT_FALSE(frmPines().selectedName().isEmpty());
+}
+
+TEST_F(MapEditTest, SetsAndEditsPlaces)
+{
+    press(frmMapa().ui().pines);
+    choose(frmPines().ui().lvPines, 3);
+    const QString pin = frmPines().selectedName();
+    setPlace(5, 6, u"Puerto; Viejo|Nuevo"_s, u"uno\ndos; tres 🐉"_s);
+    EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto, Viejo/Nuevo;uno\ndos, tres "_s);
+    EXPECT_TRUE(frmMapa().mapaCambiado);
+    ASSERT_EQ(frmMapa().lugares.count(), 1);
+    EXPECT_EQ(frmMapa().lugares.at(0).subItem(u"x"_s), u"5"_s);
+    expectPixelsOfFullRedraw();
+    QTest::mouseMove(frmMapa().ui().imgMapa, inView(5, 6));
+    send(QEvent::MouseMove, inView(5, 6), Qt::NoButton, Qt::NoButton);
+    EXPECT_EQ(frmMapa().ui().imgMapa->toolTip(), u"Puerto, Viejo/Nuevo"_s);
+    send(QEvent::MouseMove, inView(6, 6), Qt::NoButton, Qt::NoButton);
+    EXPECT_EQ(frmMapa().ui().imgMapa->toolTip(), QString());
+
+    // An existing place keeps its pin, and doesn't count as a change.
+    frmMapa().mapaCambiado = false;
+    choose(frmPines().ui().lvPines, 1);
+    setPlace(5, 6, u"Puerto Nuevo"_s, u""_s);
+    EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto Nuevo;"_s);
+    EXPECT_FALSE(frmMapa().mapaCambiado);
+    setPlace(5, 6, u" "_s, u"x"_s);
+    frmMapa().mapaPines(6, 5) = pin + u";Puerto Nuevo;"_s;
+    duringModal([] { click(5, 6); },
+                [] {
+                    EXPECT_EQ(frmInfoPin().ui().txtNombre->text(), u"Puerto Nuevo"_s);
+                    frmInfoPin().ui().txtNombre->clear();
+                    frmInfoPin().hide();
+                });
+    duringModal([] { click(20, 20); },
+                [] {
+                    frmInfoPin().ui().txtNombre->setText(u"Nada"_s);
+                    frmInfoPin().window().close();
+                });
+    EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto Nuevo;"_s);
+    EXPECT_TRUE(frmMapa().mapaPines(20, 20).isEmpty());
+}
+
+TEST_F(MapEditTest, TwoPlacesOfOneNameAreRefused)
+{
+    press(frmMapa().ui().pines);
+    setPlace(5, 6, u"Soto"_s, {});
+    boxes.expect();
+    duringModal([] { click(9, 9); },
+                [] {
+                    frmInfoPin().ui().txtNombre->setText(u"Soto"_s);
+                    // The dialog comes again after the message: this time the name is a new one.
+                    QTimer::singleShot(50, qApp, [] {
+                        EXPECT_TRUE(frmInfoPin().isVisible());
+                        frmInfoPin().ui().txtNombre->setText(u"Soto Bajo"_s);
+                        frmInfoPin().hide();
+                    });
+                    frmInfoPin().hide();
+                });
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"Ya hay un lugar"_s));
+    EXPECT_EQ(Place::fromStored(frmMapa().mapaPines(9, 9)).name, u"Soto Bajo"_s);
+    EXPECT_EQ(frmMapa().lugares.count(), 2);
+}
+
+TEST_F(MapEditTest, GeneratesNamesAndSaysWhyItCannot)
+{
+    app.write(u"gramaticas/Nombres de lugares.txt"_s, "[a]\r\nVilla <b>\r\n[b]\r\nBlanca\r\n");
+    press(frmMapa().ui().pines);
+    duringModal([] { click(3, 3); },
+                [&] {
+                    Ui::FrmInfoPin& ui = frmInfoPin().ui();
+                    QTest::mouseClick(ui.cmdGenerarNombre, Qt::LeftButton);
+                    EXPECT_EQ(ui.txtNombre->text(), u"Villa Blanca"_s);
+                    app.write(u"gramaticas/Nombres de lugares.txt"_s, "[a]\r\n<c>\r\n");
+                    boxes.expect();
+                    QTest::mouseClick(ui.cmdGenerarNombre, Qt::LeftButton);
+                    EXPECT_TRUE(boxes.asked().back().text.contains(u"«c»"_s));
+                    EXPECT_EQ(ui.txtNombre->text(), u"Villa Blanca"_s);
+                    frmInfoPin().hide();
+                });
+}
+
+TEST_F(MapEditTest, AChangedMapIsAskedAboutBeforeItIsReplaced)
+{
+    using platform::MsgBox::Answer;
+    frmMapa().setNombre(u"Prueba"_s);
+    frmMapa().mapaCambiado = true;
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        boxes.expect(answer);
+        duringModal([] { press(frmMapa().ui().abrir); }, [] { frmListaArchivos().hide(); });
+        EXPECT_EQ(boxes.asked().back().text, u"El mapa ha cambiado. ¿Desea guardarlo?"_s);
+        EXPECT_EQ(boxes.asked().back().title, u"Advertencia"_s);
+        EXPECT_EQ(QFile::exists(app.path(u"mapas/Prueba.map"_s)), answer == Answer::Yes);
+    }
+    EXPECT_FALSE(frmMapa().mapaCambiado);
+    duringModal([] { press(frmMapa().ui().abrir); }, [] { frmListaArchivos().hide(); });
+}
+
+TEST_F(MapEditTest, ANewMapTakesWhatThePropertiesSay)
+{
+    Ui::FrmMapProperties& dialog = frmMapProperties().ui();
+    duringModal([] { press(frmMapa().ui().nuevo); },
+                [&] {
+                    EXPECT_EQ(dialog.lblZona->text(), u"90"_s);
+                    boxes.expect();
+                    QTest::mouseClick(dialog.cmdAceptar, Qt::LeftButton);
+                    EXPECT_TRUE(boxes.asked().back().text.startsWith(u"No ha ingresado"_s));
+                    dialog.txtNombre->setText(u"a/b"_s);
+                    boxes.expect();
+                    QTest::mouseClick(dialog.cmdAceptar, Qt::LeftButton);
+                    EXPECT_TRUE(frmMapProperties().isVisible());
+                    dialog.txtNombre->setText(u"Ávila"_s);
+                    dialog.cmbAncho->setCurrentText(u"75"_s);
+                    dialog.txtNotas->setPlainText(u"uno\ndos"_s);
+                    QTest::mouseClick(dialog.cmdAceptar, Qt::LeftButton);
+                });
+    EXPECT_EQ(frmMapa().window().windowTitle(), u"Ávila"_s);
+    EXPECT_EQ(frmMapa().mapaTiles.columns(), 75);
+    EXPECT_EQ(frmMapa().mapaTiles.rows(), 50);
+    EXPECT_EQ(frmMapa().latSur, -45);
+    EXPECT_TRUE(frmMapa().mapaCambiado);
+    expectPixelsOfFullRedraw();
+
+    frmMapa().latNorte = 7; // not one of those offered
+    for (const bool accepted : {false, true}) {
+        duringModal([] { press(frmMapa().ui().propiedades); },
+                    [&] {
+                        EXPECT_EQ(dialog.txtNotas->toPlainText(), u"uno\ndos"_s);
+                        EXPECT_EQ(dialog.cmbAncho->currentText(), u"75"_s);
+                        EXPECT_FALSE(dialog.cmbAncho->isEnabled());
+                        dialog.txtNombre->setText(u"Otra"_s);
+                        if (accepted)
+                            QTest::mouseClick(dialog.cmdAceptar, Qt::LeftButton);
+                        else
+                            frmMapProperties().window().close();
+                    });
+        EXPECT_EQ(frmMapa().nombre, accepted ? u"Otra"_s : u"Ávila"_s);
+        EXPECT_EQ(frmMapa().latNorte, 7);
+    }
+}
+
+TEST_F(MapEditTest, TheNorthStaysAboveTheSouth)
+{
+    Ui::FrmMapProperties& dialog = frmMapProperties().ui();
+    const auto choose = [](QComboBox* list, const QString& latitude) {
+        list->setCurrentIndex(list->findText(latitude));
+    };
+    choose(dialog.cmbLatitudSur, u"15"_s);
+    EXPECT_EQ(dialog.lblZona->text(), u"30"_s);
+    boxes.expect();
+    choose(dialog.cmbLatitudNorte, u"15"_s);
+    EXPECT_EQ(boxes.asked().back().text,
+              u"No puede seleccionar una latitud norte menor que la latitud sur."_s);
+    EXPECT_EQ(dialog.cmbLatitudNorte->currentText(), u"30"_s);
+    EXPECT_EQ(dialog.lblZona->text(), u"15"_s);
+    boxes.expect();
+    choose(dialog.cmbLatitudSur, u"60"_s);
+    EXPECT_EQ(boxes.asked().back().text,
+              u"No puede seleccionar una latitud sur mayor que la latitud norte."_s);
+    EXPECT_EQ(dialog.cmbLatitudSur->currentText(), u"15"_s);
+    choose(dialog.cmbLatitudNorte, u"90"_s);
+    choose(dialog.cmbLatitudSur, u"-90"_s);
+    EXPECT_EQ(dialog.lblZona->text(), u"180"_s);
+}
+
+TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)
+{
+    // Pictures without masks, and masks of any bits, overlap their neighbours.
+    std::mt19937 engine(3);
+    const auto noise = [&] {
+        QImage image(15, 14, QImage::Format_RGB32);
+        for (int y = 0; y < 14; ++y) {
+            for (int x = 0; x < 15; ++x)
+                image.setPixel(x, y, 0xff000000 | static_cast<QRgb>(engine()));
+        }
+        return std::make_shared<platform::MemoryDC>(image);
+    };
+    for (auto tile = frmMapa().colTiles.begin(); tile != frmMapa().colTiles.end(); ++tile) {
+        tile.value() = noise();
+        frmMapa().colMascarasTiles[tile.key()] = engine() % 2 == 0 ? SIN_MASCARA : noise();
+    }
+    frmMapa().crearBuffer();
+    frmMapa().renderMapa();
+    frmMapa().scrollMapa();
+    press(frmMapa().ui().tiles);
+    for (int edit = 0; edit < 60; ++edit) {
+        choose(frmTiles().ui().lvTiles, static_cast<int>(engine() % 20));
+        click(static_cast<int>(engine() % 12), static_cast<int>(engine() % 12));
+    }
+    expectPixelsOfFullRedraw();
+}

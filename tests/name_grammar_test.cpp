@@ -1,0 +1,127 @@
+#include "generation/name_grammar.h"
+#include "platform/core/random_source.h"
+#include "support.h"
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+using platform::ErrorNumber;
+using Procs::generarNombre;
+
+namespace {
+
+class NameGrammarTest : public testing::Test
+{
+protected:
+    NameGrammarTest() { platform::randomSource().seed(1); }
+
+    QString name(const QByteArray& grammar)
+    {
+        app.write(u"g.txt"_s, grammar);
+        return generarNombre(1, u"g.txt"_s);
+    }
+
+    /// How often each name comes up in many draws.
+    QHash<QString, int> draws(const QByteArray& grammar, int count)
+    {
+        app.write(u"g.txt"_s, grammar);
+        QHash<QString, int> found;
+        for (int i = 0; i < count; ++i)
+            ++found[generarNombre(1, u"g.txt"_s)];
+        return found;
+    }
+
+    void expectFault(const QByteArray& grammar, const QStringList& fragments)
+    {
+        SCOPED_TRACE(grammar.toStdString());
+        app.write(u"g.txt"_s, grammar);
+        expectError([] { generarNombre(1, u"g.txt"_s); }, ErrorNumber::BadFormat,
+                    QStringList{u"g.txt"_s} + fragments);
+    }
+
+    TempAppFolder app;
+};
+
+} // namespace
+
+TEST_F(NameGrammarTest, ReadsRulesAsTheyAreWritten)
+{
+    EXPECT_EQ(name("[a]\r\n Villa Real \r\n"), u" Villa Real "_s) << "blanks belong to the text";
+    EXPECT_EQ(name("[a]\r\n3|Villa\r\n"), u"Villa"_s);
+    EXPECT_EQ(name("antes > }\r\n[b] ignorado | <x>\r\n\r\nB\r\n[a]\r\nA"), u"B"_s);
+    EXPECT_EQ(name("[a]\n2|uno|dos\n"), u"uno"_s);
+    EXPECT_EQ(name("[a]\r0|no\r-2|tampoco\rs\xED"), u"sí"_s);
+    EXPECT_EQ(name("[a]\r\n<B>-<b>\r\n[b]\r\nx<C>\r\n[\xD1]\r\nn\r\n[c]\r\n<\xF1>"), u"xn-xn"_s)
+        << "letter case doesn't matter in names of rules";
+    EXPECT_EQ(name("[a]\r\nuno[b]\r\ndos"), u"uno"_s) << "a bracket always begins a rule";
+    EXPECT_EQ(name("[a]\r\na > b }\r\n"), u"a > b }"_s) << "what closes nothing stays";
+    EXPECT_EQ(generarNombre(3, u"g.txt"_s), u"a > b }a > b }a > b }"_s);
+}
+
+TEST_F(NameGrammarTest, WeightsAndReferencesAreDrawnIndependently)
+{
+    constexpr int count = 20'000;
+    const auto weighted = draws("[a]\r\n3|x\r\n6|y\r\nz\r\n", count);
+    EXPECT_NEAR(weighted.value(u"x"_s), count * 0.3, 400); // six standard deviations
+    EXPECT_NEAR(weighted.value(u"y"_s), count * 0.6, 400);
+    EXPECT_NEAR(weighted.value(u"z"_s), count * 0.1, 300);
+    const auto pairs = draws("[a]\r\n<b><b>\r\n[b]\r\n0\r\n1\r\n", count);
+    ASSERT_EQ(pairs.size(), 4);
+    for (const int times : pairs)
+        EXPECT_NEAR(times, count / 4, 400);
+}
+
+TEST_F(NameGrammarTest, IncludesOtherFiles)
+{
+    app.write(u"Gram/Uno.txt"_s, "[inicio]\r\n<x>\r\n[x]\r\n{gram/dos.txt}!\r\n");
+    app.write(u"Gram/dos.TXT"_s, "[y]\r\ndos\r\n");
+    EXPECT_EQ(name("[a]\r\n{gram\\uno.txt} y {Gram/dos.TXT}\r\n"), u"dos! y dos"_s);
+    expectError([&] { name("[a]\r\n{gram\\tres.txt}\r\n"); }, ErrorNumber::FileNotFound,
+                {u"tres.txt"_s});
+}
+
+TEST_F(NameGrammarTest, FaultsAreReportedWithFileRuleAndReason)
+{
+    expectFault("", {u"ninguna regla"_s});
+    expectFault("[a]\r\n<b>\r\n", {u"«b»"_s, u"no existe"_s});
+    expectFault("[a]\r\n\r\n0|x\r\n", {u"«a»"_s, u"ninguna alternativa"_s});
+    expectFault("[a]\r\nx\r\n[b]\r\n\r\ndos|x\r\n", {u"línea 5"_s, u"«dos»"_s, u"«b»"_s});
+    expectFault("[a]\r\n|x\r\n", {u"línea 2"_s, u"número entero"_s});
+    expectFault("[a]\r\n2147483647|x\r\n1|y\r\n", {u"línea 3"_s, u"demasiado grandes"_s});
+    expectFault("[a]\r\nx\r\n[A]\r\ny\r\n", {u"línea 3"_s, u"«A»"_s, u"repetida"_s});
+    expectFault("[a]\r\nx\r\n[b\r\ny\r\n", {u"línea 3"_s, u"«]»"_s});
+    expectFault("[a]\r\nx <a\r\n", {u"falta «>»"_s});
+    expectFault("[a]\r\n> <a>\r\n", {u"falta «>»"_s});
+    expectFault("[a]\r\n{x\r\n", {u"falta «}»"_s});
+    expectFault("[a]\r\n} {g.txt}\r\n", {u"falta «}»"_s});
+}
+
+TEST_F(NameGrammarTest, EndlessGrammarsStopWithinASecond)
+{
+    QElapsedTimer timer;
+    timer.start();
+    expectFault("[a]\r\n<a>\r\n", {u"«a»"_s, u"no termina"_s});
+    expectFault("[a]\r\n<a><a>x\r\n", {u"no termina"_s});
+    expectFault("[a]\r\n<a>" + QByteArray(5000, 'x') + "\r\n", {u"no termina"_s});
+    expectFault("[a]\r\n{g.txt}\r\n", {u"sin fin"_s});
+    expectFault("[a]\r\nx{g.txt}{g.txt}\r\n", {u"sin fin"_s});
+    EXPECT_LT(timer.elapsed(), 5 * 1000);
+}
+
+TEST_F(NameGrammarTest, ShippedNamesFitFilesAndPlaces)
+{
+    app.addShippedData();
+    QSet<QString> names;
+    for (int i = 0; i < 2000; ++i) {
+        const QString made = generarNombre(1, u"gramaticas\\Nombres de lugares.txt"_s);
+        names.insert(made);
+        ASSERT_FALSE(made.isEmpty());
+        ASSERT_LE(made.size(), 40) << made.toStdString();
+        ASSERT_EQ(made, made.simplified());
+        for (const QChar c : made)
+            ASSERT_TRUE(c.isLetter() || u" -'."_s.contains(c)) << made.toStdString();
+    }
+    EXPECT_GT(names.size(), 1700);
+}
