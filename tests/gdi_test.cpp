@@ -130,6 +130,26 @@ TEST(MemoryDC, HalftoneAveragesTheCoveredArea)
     EXPECT_EQ(qGreen(dot.image().pixel(0, 0)), qRound(sum / (37 * 23)));
 }
 
+TEST(MemoryDC, APartDrawnAgainIsAsAllDrawnAnew)
+{
+    for (const QSize size : {QSize(17, 9), QSize(40, 31), QSize(37, 23), QSize(90, 60)}) {
+        MemoryDC source = noise(37, 23, 8);
+        MemoryDC inParts(size.width(), size.height());
+        inParts.SetStretchBltMode(platform::StretchMode::HALFTONE);
+        MemoryDC anew = inParts;
+        inParts.StretchBlt(0, 0, size.width(), size.height(), source, 0, 0, 37, 23,
+                           RasterOp::SRCCOPY);
+        for (const QRect changed :
+             {QRect(0, 0, 5, 4), QRect(11, 7, 1, 1), QRect(30, 20, 20, 20), QRect(50, 5, 3, 3)}) {
+            source.BitBlt(changed.x(), changed.y(), changed.width(), changed.height(),
+                          noise(20, 20, 9), 0, 0, RasterOp::SRCCOPY);
+            inParts.StretchBltPart(source, changed);
+        }
+        anew.StretchBlt(0, 0, size.width(), size.height(), source, 0, 0, 37, 23, RasterOp::SRCCOPY);
+        EXPECT_EQ(inParts.image(), anew.image()) << size.width();
+    }
+}
+
 TEST(MemoryDC, EqualSizesAreCopiedPixelForPixelInEveryMode)
 {
     const MemoryDC source = noise(15, 14, 3);

@@ -4,6 +4,7 @@
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmMapProperties.h"
 #include "worldmap/frmMapa.h"
+#include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
 #include "worldmap/hex_geometry.h"
@@ -85,9 +86,12 @@ protected:
     {
         const QImage edited = frmMapa().hdcBuffer.image().copy();
         const QImage shown = frmMapa().ui().imgMapa->grab().toImage();
+        const QImage reduced = frmMinimap().ui().imgMinimap->dc().image().copy();
         frmMapa().crearBuffer();
         frmMapa().renderMapa();
+        frmMapa().drawMinimap();
         frmMapa().scrollMapa();
+        EXPECT_EQ(reduced, frmMinimap().ui().imgMinimap->dc().image());
         EXPECT_EQ(edited, frmMapa().hdcBuffer.image());
         EXPECT_EQ(shown, frmMapa().ui().imgMapa->grab().toImage());
     }
@@ -131,6 +135,7 @@ TEST_F(MapEditTest, AFastDragLeavesNoHolesAndSparesPlaces)
     const QString tile = frmTiles().selectedName();
     frmMapa().mapaPines(10, 10) = u"Aldea;Isleta;"_s;
     frmMapa().renderMapa();
+    frmMapa().drawMinimap();
     frmMapa().scrollMapa();
     const QPoint from = inView(4, 10);
     const QPoint to = inView(40, 10);
@@ -348,6 +353,7 @@ TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)
     }
     frmMapa().crearBuffer();
     frmMapa().renderMapa();
+    frmMapa().drawMinimap();
     frmMapa().scrollMapa();
     press(frmMapa().ui().tiles);
     for (int edit = 0; edit < 60; ++edit) {
@@ -355,4 +361,79 @@ TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)
         click(static_cast<int>(engine() % 12), static_cast<int>(engine() % 12));
     }
     expectPixelsOfFullRedraw();
+}
+
+TEST_F(MapEditTest, TheMinimapScrollsTheMap)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    frmMapa().ancho = 100;
+    frmMapa().alto = 150;
+    frmMapa().newMapa();
+    press(ui.minimapa);
+    EXPECT_TRUE(frmMinimap().isVisible());
+    platform::PictureBox& picture = *frmMinimap().ui().imgMinimap;
+    QFrame& selector = *frmMinimap().ui().imgSelector;
+    EXPECT_EQ(picture.height(), 177);
+    EXPECT_EQ(picture.width(), qRound(177.0 * 1100 / 2107));
+    EXPECT_NEAR(selector.width(), picture.width() * ui.imgMapa->width() / 1100.0, 1);
+
+    const auto expectView = [&](QPoint first) {
+        EXPECT_EQ(QPoint(frmMapa().currX, frmMapa().currY), first);
+        const QImage shown = ui.imgMapa->grab().toImage();
+        frmMapa().scrollMapa();
+        EXPECT_EQ(shown, ui.imgMapa->grab().toImage());
+    };
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, {1, 1});
+    expectView({0, 0});
+    const auto wantedAt = [&](QPoint position) {
+        const double left = position.x() - picture.width() * ui.imgMapa->width() / 2200.0;
+        const double top = position.y() - 177.0 * ui.imgMapa->height() / 4214.0;
+        const int column = qRound(left * 100 / picture.width());
+        return QPoint(column + column % 2, qRound(top * 150 / 177));
+    };
+    for (const QPoint position : {QPoint(35, 80), QPoint(40, 90), QPoint(37, 61)}) {
+        QTest::mouseClick(&picture, Qt::LeftButton, {}, position);
+        expectView(wantedAt(position));
+        EXPECT_EQ(frmMapa().currX % 2, 0);
+    }
+    QMouseEvent move(QEvent::MouseMove, QPointF(36, 100), picture.mapToGlobal(QPointF(36, 100)),
+                     Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&picture, &move);
+    expectView(wantedAt({36, 100}));
+    frmMinimap().window().close();
+    EXPECT_FALSE(ui.minimapa->isChecked());
+}
+
+TEST_F(MapEditTest, ADoubleClickOnAPlaceBringsItIntoView)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    frmMapa().ancho = 150;
+    frmMapa().alto = 150;
+    frmMapa().newMapa();
+    for (const QPoint cell : {QPoint(0, 0), QPoint(75, 80), QPoint(149, 149), QPoint(149, 3)})
+        frmMapa().mapaPines(cell.y(), cell.x()) =
+            u"Aldea;Lugar %1 %2;"_s.arg(cell.x()).arg(cell.y());
+    frmMapa().loadLugares();
+    frmMapa().renderMapa();
+    for (int i = 0; i < frmMapa().lugares.count(); ++i) {
+        const platform::ListItem& place = frmMapa().lugares.at(i);
+        SCOPED_TRACE(place.text().toStdString());
+        const QRect row = ui.lvLugares->visualRect(ui.lvLugares->model()->index(i, 0));
+        QTest::mouseClick(ui.lvLugares->viewport(), Qt::LeftButton, {}, row.center());
+        QTest::mouseDClick(ui.lvLugares->viewport(), Qt::LeftButton, {}, row.center());
+        EXPECT_EQ(frmMapa().currX % 2, 0);
+        const QPoint inView = hex::cellOrigin(place.subItem(u"x"_s).toInt() - frmMapa().currX,
+                                              place.subItem(u"y"_s).toInt() - frmMapa().currY);
+        EXPECT_TRUE(ui.imgMapa->rect().contains(inView));
+        EXPECT_TRUE(ui.lblLocation->isVisible());
+        EXPECT_EQ(ui.lblLocation->text(), place.text());
+        EXPECT_GE(ui.lblLocation->width(), ui.lblLocation->sizeHint().width());
+        EXPECT_TRUE(ui.imgMapa->rect().contains(
+            ui.imgLocationLeft->geometry().united(ui.imgLocationRight->geometry()) &
+            QRect(-9999, inView.y(), 99999, 1)));
+    }
+    EXPECT_EQ(frmMapa().lugares.at(0).text(), u"Lugar 0 0"_s);
+    frmMapa().scrollMapa();
+    EXPECT_FALSE(ui.lblLocation->isVisible());
+    EXPECT_FALSE(ui.imgLocationLeft->isVisible());
 }

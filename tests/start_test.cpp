@@ -7,6 +7,7 @@
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmMapProperties.h"
 #include "worldmap/frmMapa.h"
+#include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
 #include "worldmap/frmTilesLocales.h"
@@ -145,6 +146,7 @@ TEST_F(StartTest, EveryWindowHoldsTheHouseRules)
           Known{frmMapa(), u"frmMapa"_s, u"Kestrune"_s},
           Known{frmListaArchivos(), u"frmListaArchivos"_s, u"Lista de archivos"_s},
           Known{frmInfoPin(), u"frmInfoPin"_s, u"Lugar"_s},
+          Known{frmMinimap(), u"frmMinimap"_s, u"Mini mapa"_s},
           Known{frmMapProperties(), u"frmMapProperties"_s, u"Propiedades"_s},
           Known{frmTiles(), u"frmTiles"_s, u"Tiles"_s},
           Known{frmPines(), u"frmPines"_s, u"Pines"_s},

@@ -3,11 +3,10 @@
 #include "app/procs_windows.h"
 #include "platform/forms/application.h"
 #include "platform/forms/toolbar.h"
+#include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
 #include "worldmap/hex_geometry.h"
-
-#include <QCoreApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -20,10 +19,6 @@ constexpr int framesTop = 48;   // below the toolbar
 constexpr int framesSpace = 64; // height that toolbar and frames leave free
 constexpr int mapaMargins = 32;
 constexpr int lugaresMargins = 24;
-
-constexpr QRgb bannerTextColor = qRgb(72, 63, 44);
-constexpr int bannerFontPixels = 24;
-constexpr int smallestBannerFontPixels = 12;
 
 /// Shows a tool window above all others, or hides it.
 void showTool(platform::FormBase& tool, bool visible)
@@ -62,6 +57,9 @@ void FrmMapa::Form_Load()
     QObject::connect(ui().imgMapa, &platform::PictureBox::clicked, &window(),
                      [this] { platform::runCommand([this] { imgMapa_Click(); }); });
     frmTiles().closed = [this] { ui().tiles->trigger(); };
+    QObject::connect(ui().lvLugares, &QAbstractItemView::doubleClicked, &window(),
+                     [this] { lvLugares_DblClick(); });
+    frmMinimap().closed = [this] { ui().minimapa->trigger(); };
     frmPines().closed = [this] { ui().pines->trigger(); };
     // Without its definitions the window can draw nothing, but it comes up and says why.
     platform::runCommand([this] { loadTiles(); });
@@ -83,6 +81,7 @@ void FrmMapa::Form_Activate()
     if (!hdcBuffer.isNull())
         return;
     crearBuffer();
+    drawMinimap();
     scrollMapa();
 }
 
@@ -90,6 +89,7 @@ void FrmMapa::Form_Unload()
 {
     frmTiles().hide();
     frmPines().hide();
+    frmMinimap().hide();
     static_cast<MapCanvas&>(*this) = MapCanvas();
     platform::endProgram();
 }
@@ -106,6 +106,9 @@ void FrmMapa::Toolbar_ButtonClick(const QString& key, bool pressed)
         openMapa();
     } else if (key == "guardar"_L1) {
         saveMapa();
+    } else if (key == "minimapa"_L1) {
+        frmMinimap().formMapa = &forMinimap_;
+        showTool(frmMinimap(), pressed);
     } else if (key == "tiles"_L1) {
         accion = pressed ? PaintTiles : NoEditing;
         showTool(frmTiles(), pressed);
@@ -135,11 +138,19 @@ void FrmMapa::Form_Resize()
     controls.lvLugares->resize(controls.lvLugares->width(), framesHeight - lugaresMargins);
     controls.lblPosicion->resize(mapaWidth - 2 * gap, controls.lblPosicion->height());
     controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
+    drawMinimap();
     scrollMapa();
+}
+
+void FrmMapa::drawMinimap()
+{
+    if (!hdcBuffer.isNull())
+        frmMinimap().draw(forMinimap_, hdcBuffer, ui().imgMapa->size());
 }
 
 void FrmMapa::scrollMapa()
 {
+    hideLocation();
     platform::PictureBox& view = *ui().imgMapa;
     view.clear();
     const QPoint corner = hex::cellOrigin(currX, currY);
@@ -157,55 +168,4 @@ void FrmMapa::crearBuffer()
 void FrmMapa::renderMapa()
 {
     MapCanvas::renderMapa(*this);
-}
-
-void FrmMapa::loadBanner()
-{
-    const auto picture = [](const char* name) {
-        return QImage(u":/pictures/%1.gif"_s.arg(QLatin1String(name)));
-    };
-    ui().imgScrollLeft->setPicture(picture("banner_izquierda"));
-    ui().imgScrollMiddle->setPicture(picture("banner_centro"));
-    ui().imgScrollRight->setPicture(picture("banner_derecha"));
-    QPalette palette = ui().lblNombre->palette();
-    palette.setColor(QPalette::WindowText, QColor(bannerTextColor));
-    ui().lblNombre->setPalette(palette);
-    setNombre(nombre);
-}
-
-void FrmMapa::setNombre(const QString& name)
-{
-    nombre = name;
-    ui().lblNombre->setText(name);
-    window().setWindowTitle(name.isEmpty() ? QCoreApplication::applicationName() : name);
-    layOutBanner();
-}
-
-void FrmMapa::layOutBanner()
-{
-    Ui::FrmMapa& controls = ui();
-    QLabel& label = *controls.lblNombre;
-    const QSize left = controls.imgScrollLeft->sizeHint();
-    const QSize right = controls.imgScrollRight->sizeHint();
-    const int endsHalved = (left.width() + right.width()) / 2;
-    const int room = window().width() - endsHalved - 2 * (gap + label.margin());
-
-    // A name too long for the window is written smaller.
-    QFont font = label.font();
-    font.setPixelSize(bannerFontPixels);
-    while (QFontMetrics(font).horizontalAdvance(nombre) > room &&
-           font.pixelSize() > smallestBannerFontPixels)
-        font.setPixelSize(font.pixelSize() - 1);
-    label.setFont(font);
-
-    const int labelWidth = std::max(label.sizeHint().width(), endsHalved);
-    const int middle = labelWidth - endsHalved;
-    controls.imgScrollLeft->setGeometry(0, 0, left.width(), left.height());
-    controls.imgScrollMiddle->setGeometry(left.width(), 0, middle, left.height());
-    controls.imgScrollRight->setGeometry(left.width() + middle, 0, right.width(), left.height());
-    label.setGeometry(left.width() / 2, 0, labelWidth, left.height());
-    controls.picScroll->resize(left.width() + middle + right.width(), left.height());
-    controls.picScroll->setVisible(!nombre.isEmpty());
-    controls.picScroll->move(window().width() / 2 - controls.picScroll->width() / 2,
-                             controls.picScroll->y());
 }

@@ -4,6 +4,7 @@
 #include "platform/forms/form.h"
 #include "ui_frmMapa.h"
 #include "worldmap/map_canvas.h"
+#include "worldmap/map_window.h"
 #include "worldmap/world_map.h"
 
 /// The world map window, the program's main window. It is the map document and the canvas that
@@ -29,6 +30,9 @@ public:
     /// Lists the document's places.
     void loadLugares();
 
+    /// Draws the minimap anew from the back buffer.
+    void drawMinimap();
+
     /// Names the document: the name banner and the window's title follow.
     void setNombre(const QString& name);
 
@@ -44,6 +48,7 @@ protected:
     void Form_Unload() override;
 
 private:
+    const MapWindow forMinimap_{ancho, alto, currX, currY, [this] { scrollMapa(); }};
     std::optional<QPoint> dragPosition_; ///< where the pointer last was with the left button held
 
     void loadTiles();
@@ -66,6 +71,12 @@ private:
     void setPlace(QPoint cell);
     bool nameIsTaken(const QString& name, QPoint exceptAt) const;
     void showEdit(QPoint cell);
+
+    void lvLugares_DblClick();
+    void centreOn(QPoint cell);
+    void showLocation(const QString& name, QPoint cell);
+    void hideLocation();
+    std::array<QWidget*, 4> locationPieces();
 };
 
 FrmMapa& frmMapa();

@@ -107,6 +107,7 @@ void FrmMapa::showDocument(WorldMap document)
     currY = 0;
     loadLugares();
     renderMapa();
+    drawMinimap();
     scrollMapa();
     setNombre(nombre);
 }

@@ -4,6 +4,7 @@
 #include "platform/forms/msg_box.h"
 #include "worldmap/frmInfoPin.h"
 #include "worldmap/frmMapa.h"
+#include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
 #include "worldmap/hex_geometry.h"
@@ -125,7 +126,7 @@ bool FrmMapa::nameIsTaken(const QString& name, QPoint exceptAt) const
     return false;
 }
 
-/// Brings an edited cell into the back buffer and onto the screen.
+/// Brings an edited cell into the back buffer, onto the screen and into the minimap.
 void FrmMapa::showEdit(QPoint cell)
 {
     redrawCell(*this, cell.x(), cell.y());
@@ -133,5 +134,7 @@ void FrmMapa::showEdit(QPoint cell)
     const QPoint inView = corner - hex::cellOrigin(currX, currY);
     ui().imgMapa->dc().BitBlt(inView.x(), inView.y(), hex::cellWidth, hex::cellHeight, hdcBuffer,
                               corner.x(), corner.y(), platform::RasterOp::SRCCOPY);
-    ui().imgMapa->update(QRect(inView, QSize(hex::cellWidth, hex::cellHeight)));
+    const QSize cellSize(hex::cellWidth, hex::cellHeight);
+    ui().imgMapa->update(QRect(inView, cellSize));
+    frmMinimap().redraw(hdcBuffer, QRect(corner, cellSize));
 }

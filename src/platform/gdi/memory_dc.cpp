@@ -73,37 +73,38 @@ struct Share {
     std::uint64_t weight;
 };
 
-/// For each of toSize scaled pixels, the source pixels under it. The weights of one scaled pixel
-/// add up to fromSize.
-std::vector<std::vector<Share>> areaShares(int fromSize, int toSize)
+/// The source pixels under one of toSize scaled pixels. Their weights add up to fromSize.
+std::vector<Share> areaShares(std::int64_t scaledPixel, int fromSize, int toSize)
 {
-    std::vector<std::vector<Share>> shares(static_cast<std::size_t>(toSize));
-    for (std::int64_t i = 0; i < toSize; ++i) {
-        const std::int64_t start = i * fromSize;
-        const std::int64_t end = start + fromSize;
-        for (std::int64_t pixel = start / toSize; pixel * toSize < end; ++pixel) {
-            const std::int64_t covered =
-                std::min((pixel + 1) * toSize, end) - std::max(pixel * toSize, start);
-            shares[static_cast<std::size_t>(i)].push_back(
-                {static_cast<int>(pixel), static_cast<std::uint64_t>(covered)});
-        }
+    std::vector<Share> shares;
+    const std::int64_t start = scaledPixel * fromSize;
+    const std::int64_t end = start + fromSize;
+    for (std::int64_t pixel = start / toSize; pixel * toSize < end; ++pixel) {
+        const std::int64_t covered =
+            std::min((pixel + 1) * toSize, end) - std::max(pixel * toSize, start);
+        shares.push_back({static_cast<int>(pixel), static_cast<std::uint64_t>(covered)});
     }
     return shares;
 }
 
-QImage areaAverage(const QImage& source, int w, int h)
+/// A part of the source picture scaled to `size` by averaging areas.
+QImage areaAverage(const QImage& source, QSize size, QRect part)
 {
-    const auto columns = areaShares(source.width(), w);
-    const auto rows = areaShares(source.height(), h);
+    std::vector<std::vector<Share>> columns;
+    for (int x = part.left(); x <= part.right(); ++x)
+        columns.push_back(areaShares(x, source.width(), size.width()));
+    const int firstColumn = columns.front().front().pixel;
     const std::uint64_t area =
         static_cast<std::uint64_t>(source.width()) * static_cast<std::uint64_t>(source.height());
-    QImage scaled(w, h, QImage::Format_RGB32);
+    QImage scaled(part.size(), QImage::Format_RGB32);
     using Sums = std::array<std::uint64_t, 3>;
-    std::vector<Sums> lineSums(static_cast<std::size_t>(source.width()));
-    for (int y = 0; y < h; ++y) {
+    std::vector<Sums> lineSums(static_cast<std::size_t>(columns.back().back().pixel - firstColumn) +
+                               1);
+    for (int y = 0; y < part.height(); ++y) {
         std::fill(lineSums.begin(), lineSums.end(), Sums{});
-        for (const Share& row : rows[static_cast<std::size_t>(y)]) {
-            const auto* const line = reinterpret_cast<const QRgb*>(source.constScanLine(row.pixel));
+        for (const Share& row : areaShares(part.top() + y, source.height(), size.height())) {
+            const auto* const line =
+                reinterpret_cast<const QRgb*>(source.constScanLine(row.pixel)) + firstColumn;
             for (std::size_t x = 0; x < lineSums.size(); ++x) {
                 lineSums[x][0] += row.weight * static_cast<std::uint64_t>(qRed(line[x]));
                 lineSums[x][1] += row.weight * static_cast<std::uint64_t>(qGreen(line[x]));
@@ -111,12 +112,13 @@ QImage areaAverage(const QImage& source, int w, int h)
             }
         }
         auto* const target = reinterpret_cast<QRgb*>(scaled.scanLine(y));
-        for (int x = 0; x < w; ++x) {
+        for (std::size_t x = 0; x < columns.size(); ++x) {
             Sums sums{};
-            for (const Share& column : columns[static_cast<std::size_t>(x)]) {
+            for (const Share& column : columns[x]) {
                 for (std::size_t channel = 0; channel < sums.size(); ++channel)
                     sums[channel] +=
-                        column.weight * lineSums[static_cast<std::size_t>(column.pixel)][channel];
+                        column.weight *
+                        lineSums[static_cast<std::size_t>(column.pixel - firstColumn)][channel];
             }
             const auto mean = [&](std::size_t channel) {
                 return static_cast<int>((sums[channel] + area / 2) / area);
@@ -217,12 +219,30 @@ void MemoryDC::StretchBlt(int x, int y, int w, int h, const MemoryDC& source, in
     }
     if (w <= 0 || h <= 0 || sourceW <= 0 || sourceH <= 0)
         return;
-    const QImage part = source.image_.copy(sourceX, sourceY, sourceW, sourceH);
+    const QRect from(sourceX, sourceY, sourceW, sourceH);
+    const QImage part = from == source.image_.rect() ? source.image_ : source.image_.copy(from);
     const MemoryDC scaled(stretchMode_ == StretchMode::HALFTONE
-                              ? areaAverage(part, w, h)
+                              ? areaAverage(part, {w, h}, {0, 0, w, h})
                               : part.scaled(w, h, Qt::IgnoreAspectRatio, Qt::FastTransformation),
                           Surface());
     BitBlt(x, y, w, h, scaled, 0, 0, op);
+}
+
+QRect MemoryDC::StretchBltPart(const MemoryDC& source, QRect changed)
+{
+    const QRect from = changed & source.image_.rect();
+    if (from.isEmpty() || image_.isNull())
+        return {};
+    const auto scaled = [](qint64 position, int fromSize, int toSize, bool up) {
+        return static_cast<int>((position * toSize + (up ? fromSize - 1 : 0)) / fromSize);
+    };
+    const QRect part(QPoint(scaled(from.left(), source.width_, width_, false),
+                            scaled(from.top(), source.height_, height_, false)),
+                     QPoint(scaled(from.right() + 1, source.width_, width_, true) - 1,
+                            scaled(from.bottom() + 1, source.height_, height_, true) - 1));
+    const MemoryDC patch(areaAverage(source.image_, image_.size(), part), Surface());
+    BitBlt(part.x(), part.y(), part.width(), part.height(), patch, 0, 0, RasterOp::SRCCOPY);
+    return part;
 }
 
 void MemoryDC::LineTo(QPoint point, const Pen& pen)

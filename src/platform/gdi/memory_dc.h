@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QPoint>
+#include <QRect>
 
 namespace platform {
 
@@ -53,6 +54,11 @@ public:
     /// Draws the source rectangle scaled to the destination rectangle.
     void StretchBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX, int sourceY,
                     int sourceW, int sourceH, RasterOp op);
+
+    /// Draws again the pixels that a change in a part of the source affects, where the source was
+    /// drawn before over the whole surface with StretchBlt, SRCCOPY and HALFTONE: with the same
+    /// result as drawing it all anew. Returns the rectangle drawn.
+    QRect StretchBltPart(const MemoryDC& source, QRect changed);
 
     void MoveToEx(QPoint point) { penPosition_ = point; }
     /// Draws a straight line with hard edges from the pen's position and moves the pen to its end.

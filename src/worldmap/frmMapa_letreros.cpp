@@ -1,0 +1,147 @@
+// The two parchment banners of the map window, the map's name and a place's, and the places list.
+
+#include "worldmap/frmMapa.h"
+#include "worldmap/hex_geometry.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int gap = 8; // to the window's edges, in pixels
+constexpr QRgb bannerTextColor = qRgb(72, 63, 44);
+constexpr int bannerFontPixels = 24;
+constexpr int smallestBannerFontPixels = 12;
+constexpr int locationFontPixels = 17;
+constexpr int locationLabelTop = 3; // below the top of the banner's pictures
+
+} // namespace
+
+void FrmMapa::loadBanner()
+{
+    const auto picture = [](const char* name) {
+        return QImage(u":/pictures/%1.gif"_s.arg(QLatin1String(name)));
+    };
+    ui().imgScrollLeft->setPicture(picture("banner_izquierda"));
+    ui().imgScrollMiddle->setPicture(picture("banner_centro"));
+    ui().imgScrollRight->setPicture(picture("banner_derecha"));
+    ui().imgLocationLeft->setPicture(picture("letrero_izquierda"));
+    ui().imgLocationMiddle->setPicture(picture("letrero_centro"));
+    ui().imgLocationRight->setPicture(picture("letrero_derecha"));
+    for (QLabel* const label : {ui().lblNombre, ui().lblLocation}) {
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::WindowText, QColor(bannerTextColor));
+        label->setPalette(palette);
+    }
+    QFont font = ui().lblLocation->font();
+    font.setPixelSize(locationFontPixels);
+    ui().lblLocation->setFont(font);
+    for (QWidget* const piece : locationPieces())
+        piece->setAttribute(Qt::WA_TransparentForMouseEvents); // what lies below can be painted
+    hideLocation();
+    setNombre(nombre);
+}
+
+void FrmMapa::setNombre(const QString& name)
+{
+    nombre = name;
+    ui().lblNombre->setText(name);
+    window().setWindowTitle(name.isEmpty() ? QCoreApplication::applicationName() : name);
+    layOutBanner();
+}
+
+void FrmMapa::layOutBanner()
+{
+    Ui::FrmMapa& controls = ui();
+    QLabel& label = *controls.lblNombre;
+    const QSize left = controls.imgScrollLeft->sizeHint();
+    const QSize right = controls.imgScrollRight->sizeHint();
+    const int endsHalved = (left.width() + right.width()) / 2;
+    const int room = window().width() - endsHalved - 2 * (gap + label.margin());
+
+    // A name too long for the window is written smaller.
+    QFont font = label.font();
+    font.setPixelSize(bannerFontPixels);
+    while (QFontMetrics(font).horizontalAdvance(nombre) > room &&
+           font.pixelSize() > smallestBannerFontPixels)
+        font.setPixelSize(font.pixelSize() - 1);
+    label.setFont(font);
+
+    const int labelWidth = std::max(label.sizeHint().width(), endsHalved);
+    const int middle = labelWidth - endsHalved;
+    controls.imgScrollLeft->setGeometry(0, 0, left.width(), left.height());
+    controls.imgScrollMiddle->setGeometry(left.width(), 0, middle, left.height());
+    controls.imgScrollRight->setGeometry(left.width() + middle, 0, right.width(), left.height());
+    label.setGeometry(left.width() / 2, 0, labelWidth, left.height());
+    controls.picScroll->resize(left.width() + middle + right.width(), left.height());
+    controls.picScroll->setVisible(!nombre.isEmpty());
+    controls.picScroll->move(window().width() / 2 - controls.picScroll->width() / 2,
+                             controls.picScroll->y());
+}
+
+std::array<QWidget*, 4> FrmMapa::locationPieces()
+{
+    return {ui().imgLocationLeft, ui().imgLocationMiddle, ui().imgLocationRight, ui().lblLocation};
+}
+
+void FrmMapa::hideLocation()
+{
+    for (QWidget* const piece : locationPieces())
+        piece->hide();
+}
+
+void FrmMapa::lvLugares_DblClick()
+{
+    const platform::ListItem* const place = ui().lvLugares->selectedItem();
+    if (!place)
+        return;
+    const QPoint cell(place->subItem(u"x"_s).toInt(), place->subItem(u"y"_s).toInt());
+    centreOn(cell);
+    drawMinimap();
+    scrollMapa();
+    showLocation(place->text(), cell);
+}
+
+/// Moves the view so that a cell is in its middle, as far as the map's edges allow.
+void FrmMapa::centreOn(QPoint cell)
+{
+    const int columns = ui().imgMapa->width() * 4 / (hex::cellWidth * 3);
+    const int rows = ui().imgMapa->height() / hex::cellHeight;
+    currX = std::max(0, cell.x() - columns / 2);
+    currY = std::max(0, cell.y() - rows / 2);
+    if (currX + columns > ancho)
+        currX = ancho - columns - 2 - currX % 2;
+    if (currY + rows > alto)
+        currY = alto - rows;
+    currX = std::max(0, currX);
+    currY = std::max(0, currY);
+    currX += currX % 2;
+}
+
+/// Shows a place's name on the small banner beside its cell.
+void FrmMapa::showLocation(const QString& name, QPoint cell)
+{
+    Ui::FrmMapa& controls = ui();
+    const QSize left = controls.imgLocationLeft->sizeHint();
+    const QSize right = controls.imgLocationRight->sizeHint();
+    controls.lblLocation->setText(name);
+    const int endsHalved = (left.width() + right.width()) / 2;
+    const int labelWidth = std::max(controls.lblLocation->sizeHint().width(), endsHalved);
+    const int middle = labelWidth - endsHalved;
+    const int width = left.width() + middle + right.width();
+
+    const QPoint corner = hex::cellOrigin(cell.x() - currX, cell.y() - currY);
+    int x = corner.x() + hex::cellWidth;
+    if (x + width > controls.imgMapa->width())
+        x = corner.x() - width;
+    controls.imgLocationLeft->setGeometry(x, corner.y(), left.width(), left.height());
+    controls.imgLocationMiddle->setGeometry(x + left.width(), corner.y(), middle, left.height());
+    controls.imgLocationRight->setGeometry(x + left.width() + middle, corner.y(), right.width(),
+                                           left.height());
+    controls.lblLocation->setGeometry(x + left.width() / 2, corner.y() + locationLabelTop,
+                                      labelWidth, left.height() - 2 * locationLabelTop);
+    for (QWidget* const piece : locationPieces())
+        piece->show();
+}

@@ -1,0 +1,90 @@
+#include "worldmap/frmMinimap.h"
+
+#include "platform/forms/twips.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int longerSide = platform::pixelsFromTwips(2655);
+constexpr int margin = 8;
+constexpr QRgb selectorColor = qRgb(196, 60, 40);
+
+} // namespace
+
+FrmMinimap& frmMinimap()
+{
+    return platform::FormRegistry::shared<FrmMinimap>();
+}
+
+void FrmMinimap::Form_Load()
+{
+    window().setWindowFlags(Qt::Tool);
+    window().setFixedSize(longerSide + 2 * margin, longerSide + 2 * margin);
+    QPalette palette = ui().imgSelector->palette();
+    palette.setColor(QPalette::WindowText, QColor(selectorColor));
+    ui().imgSelector->setPalette(palette);
+    ui().imgSelector->setAttribute(Qt::WA_TransparentForMouseEvents);
+    QObject::connect(ui().imgMinimap, &platform::PictureBox::mouseMoved, &window(),
+                     [this](QPoint position, Qt::MouseButtons held) {
+                         lastPosition_ = position;
+                         if (held & Qt::LeftButton)
+                             moverVista(position);
+                     });
+    QObject::connect(ui().imgMinimap, &platform::PictureBox::clicked, &window(),
+                     [this] { moverVista(lastPosition_); });
+}
+
+void FrmMinimap::closeBox()
+{
+    hide();
+    if (closed)
+        closed();
+}
+
+void FrmMinimap::draw(const MapWindow& map, const platform::MemoryDC& buffer, QSize view)
+{
+    const QSizeF whole(buffer.width(), buffer.height());
+    const double scale = longerSide / std::max(whole.width(), whole.height());
+    const QSize size((whole * scale).toSize().expandedTo({1, 1}));
+    platform::PictureBox& picture = *ui().imgMinimap;
+    picture.setGeometry((window().width() - size.width()) / 2, margin, size.width(), size.height());
+
+    selectorSize_ = QSizeF(size.width() * view.width() / whole.width(),
+                           size.height() * view.height() / whole.height());
+    ui().imgSelector->setGeometry(map.currX * size.width() / map.ancho,
+                                  map.currY * size.height() / map.alto,
+                                  qRound(selectorSize_.width()), qRound(selectorSize_.height()));
+    picture.dc().SetStretchBltMode(platform::StretchMode::HALFTONE);
+    picture.dc().StretchBlt(0, 0, size.width(), size.height(), buffer, 0, 0, buffer.width(),
+                            buffer.height(), platform::RasterOp::SRCCOPY);
+    picture.refresh();
+}
+
+void FrmMinimap::redraw(const platform::MemoryDC& buffer, QRect changed)
+{
+    platform::PictureBox& picture = *ui().imgMinimap;
+    const QRect part = picture.dc().StretchBltPart(buffer, changed);
+    picture.update(part);
+}
+
+/// Moves the selector's middle to a position in the picture, as far as it stays inside, and the
+/// view of the map window with it.
+void FrmMinimap::moverVista(QPointF position)
+{
+    if (!formMapa)
+        return;
+    const QSize picture = ui().imgMinimap->size();
+    const auto firstPixel = [](double middle, double selector, double whole) {
+        return std::max(0.0, std::min(std::max(middle, selector / 2), whole - selector / 2) -
+                                 selector / 2);
+    };
+    const double left = firstPixel(position.x(), selectorSize_.width(), picture.width());
+    const double top = firstPixel(position.y(), selectorSize_.height(), picture.height());
+    ui().imgSelector->move(qRound(left), qRound(top));
+    formMapa->currX = static_cast<int>(std::nearbyint(left * formMapa->ancho / picture.width()));
+    formMapa->currX += formMapa->currX % 2; // the first column shown is always even
+    formMapa->currY = static_cast<int>(std::nearbyint(top * formMapa->alto / picture.height()));
+    formMapa->scrollMapa();
+}
