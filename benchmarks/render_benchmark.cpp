@@ -50,6 +50,16 @@ Scene& scene()
     return instance;
 }
 
+/// The minimap's picture of a back buffer, 177 pixels high.
+platform::MemoryDC reduced(const platform::MemoryDC& buffer)
+{
+    platform::MemoryDC picture(177 * buffer.width() / buffer.height(), 177);
+    picture.SetStretchBltMode(platform::StretchMode::HALFTONE);
+    picture.StretchBlt(0, 0, picture.width(), picture.height(), buffer, 0, 0, buffer.width(),
+                       buffer.height(), platform::RasterOp::SRCCOPY);
+    return picture;
+}
+
 void RenderMapa(benchmark::State& state)
 {
     Scene& s = scene();
@@ -66,6 +76,36 @@ void CopySameBytes(benchmark::State& state)
     for ([[maybe_unused]] const auto iteration : state) {
         std::memcpy(target.data(), buffer.constBits(), target.size());
         benchmark::ClobberMemory();
+    }
+}
+
+/// One painted cell as the map window brings it up: document, back buffer, view and minimap.
+void PaintCell(benchmark::State& state)
+{
+    Scene& s = scene();
+    const QString tile = s.map.mapaTiles(0, 0);
+    platform::MemoryDC view(700, 600);
+    platform::MemoryDC minimap = reduced(s.canvas.hdcBuffer);
+    int step = 0;
+    for ([[maybe_unused]] const auto iteration : state) {
+        const QPoint cell(step % 40, step / 40 % 40);
+        ++step;
+        const QPoint corner = hex::cellOrigin(cell.x(), cell.y());
+        s.map.mapaTiles(cell.y(), cell.x()) = tile;
+        s.canvas.redrawCell(s.map, cell.x(), cell.y());
+        view.BitBlt(corner.x(), corner.y(), hex::cellWidth, hex::cellHeight, s.canvas.hdcBuffer,
+                    corner.x(), corner.y(), platform::RasterOp::SRCCOPY);
+        minimap.StretchBltPart(s.canvas.hdcBuffer,
+                               QRect(corner, QSize(hex::cellWidth, hex::cellHeight)));
+    }
+}
+
+void RenderMapaAndMinimap(benchmark::State& state)
+{
+    Scene& s = scene();
+    for ([[maybe_unused]] const auto iteration : state) {
+        s.canvas.renderMapa(s.map);
+        benchmark::DoNotOptimize(reduced(s.canvas.hdcBuffer));
     }
 }
 
@@ -114,8 +154,11 @@ void RenderWithQPainter(benchmark::State& state)
 BENCHMARK(CopySameBytes)->Unit(benchmark::kMillisecond)->Repetitions(9);
 BENCHMARK(RenderMapa)->Unit(benchmark::kMillisecond)->Repetitions(9);
 BENCHMARK(RenderWithQPainter)->Unit(benchmark::kMillisecond)->Repetitions(9);
+BENCHMARK(RenderMapaAndMinimap)->Unit(benchmark::kMillisecond)->Repetitions(5);
+BENCHMARK(PaintCell)->Unit(benchmark::kMillisecond)->Repetitions(5);
 
-[[maybe_unused]] const bool ratiosAdded = addRatio({"RenderMapa", "CopySameBytes", 5}) &&
+[[maybe_unused]] const bool ratiosAdded = addRatio({"PaintCell", "RenderMapaAndMinimap", 0.01}) &&
+                                          addRatio({"RenderMapa", "CopySameBytes", 5}) &&
                                           addRatio({"RenderMapa", "RenderWithQPainter", 1});
 
 } // namespace

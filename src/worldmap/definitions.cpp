@@ -49,6 +49,16 @@ struct Definitions {
     platform::ImageList images;
     PictureCollection pictures;
     PictureCollection masks;
+    PictureCollection maskFiles; ///< by path: one mask often serves many definitions
+
+    std::shared_ptr<const MemoryDC> mask(const QString& path)
+    {
+        std::shared_ptr<const MemoryDC>& loaded = maskFiles[path];
+        if (!loaded)
+            loaded =
+                std::make_shared<MemoryDC>(platform::loadPictureDC(platform::inAppFolder(path)));
+        return loaded;
+    }
 
     void add(const DefinitionKind& kind, const QString& line)
     {
@@ -62,10 +72,8 @@ struct Definitions {
             const QImage picture = platform::loadPicture(platform::inAppFolder(fields[Imagen]));
             item.setIcon(images.add(name, picture));
             pictures.insert(name, std::make_shared<MemoryDC>(picture));
-            masks.insert(name, fields[ImagenMascara].isEmpty()
-                                   ? SIN_MASCARA
-                                   : std::make_shared<MemoryDC>(platform::loadPictureDC(
-                                         platform::inAppFolder(fields[ImagenMascara]))));
+            masks.insert(name, fields[ImagenMascara].isEmpty() ? SIN_MASCARA
+                                                               : mask(fields[ImagenMascara]));
         }
         item.setSubItem(u"nombre"_s, name);
         item.setSubItem(u"imagen"_s, fields[Imagen]);

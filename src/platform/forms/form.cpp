@@ -101,6 +101,7 @@ void FormBase::show()
 void FormBase::showModal()
 {
     window().setWindowModality(Qt::ApplicationModal);
+    window().setWindowFlag(Qt::WindowStaysOnTopHint); // no topmost palette may cover it
     QEventLoop loop;
     modalLoop_ = &loop;
     window().show();

@@ -36,6 +36,7 @@ Answer show(const QString& text, const QString& title, Icon icon, Buttons button
 
     QMessageBox box;
     box.setObjectName(u"MsgBox"_s);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint); // no topmost palette may cover it
     box.setWindowTitle(title);
     box.setTextFormat(Qt::PlainText); // a "<" in a file's name is no markup
     box.setText(text);
