@@ -178,7 +178,7 @@ TEST_F(MapEditTest, SetsAndEditsPlaces)
     press(frmMapa().ui().pines);
     choose(frmPines().ui().lvPines, 3);
     const QString pin = frmPines().selectedName();
-    setPlace(5, 6, u"Puerto; Viejo|Nuevo"_s, u"uno\ndos; tres 🐉"_s);
+    setPlace(5, 6, u"Puerto; Viejo|Nuevo"_s, u"uno\ndos; tres Ł"_s);
     EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto, Viejo/Nuevo;uno\ndos, tres "_s);
     EXPECT_TRUE(frmMapa().mapaCambiado);
     ASSERT_EQ(frmMapa().lugares.count(), 1);
