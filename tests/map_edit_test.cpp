@@ -428,6 +428,8 @@ TEST_F(MapEditTest, ADoubleClickOnAPlaceBringsItIntoView)
         EXPECT_TRUE(ui.lblLocation->isVisible());
         EXPECT_EQ(ui.lblLocation->text(), place.text());
         EXPECT_GE(ui.lblLocation->width(), ui.lblLocation->sizeHint().width());
+        EXPECT_GE(ui.lblLocation->contentsRect().height(), ui.lblLocation->fontMetrics().ascent());
+        EXPECT_EQ(ui.lblLocation->margin(), 0) << "would clip the text above and below";
         EXPECT_TRUE(ui.imgMapa->rect().contains(
             ui.imgLocationLeft->geometry().united(ui.imgLocationRight->geometry()) &
             QRect(-9999, inView.y(), 99999, 1)));

@@ -15,7 +15,8 @@ constexpr QRgb bannerTextColor = qRgb(72, 63, 44);
 constexpr int bannerFontPixels = 24;
 constexpr int smallestBannerFontPixels = 12;
 constexpr int locationFontPixels = 17;
-constexpr int locationLabelTop = 3; // below the top of the banner's pictures
+constexpr int locationTextMargin = 8; // keeps the text off the rolled ends
+constexpr int locationLabelTop = 3;   // below the top of the banner's pictures
 
 } // namespace
 
@@ -128,7 +129,8 @@ void FrmMapa::showLocation(const QString& name, QPoint cell)
     const QSize right = controls.imgLocationRight->sizeHint();
     controls.lblLocation->setText(name);
     const int endsHalved = (left.width() + right.width()) / 2;
-    const int labelWidth = std::max(controls.lblLocation->sizeHint().width(), endsHalved);
+    const int labelWidth =
+        std::max(controls.lblLocation->sizeHint().width() + 2 * locationTextMargin, endsHalved);
     const int middle = labelWidth - endsHalved;
     const int width = left.width() + middle + right.width();
 
