@@ -115,7 +115,7 @@ TEST_F(NameGrammarTest, ShippedNamesFitFilesAndPlaces)
     app.addShippedData();
     QSet<QString> names;
     for (int i = 0; i < 2000; ++i) {
-        const QString made = generarNombre(1, u"gramaticas\\Nombres de lugares.txt"_s);
+        const QString made = generarNombre(1, Procs::placeNames);
         names.insert(made);
         ASSERT_FALSE(made.isEmpty());
         ASSERT_LE(made.size(), 40) << made.toStdString();

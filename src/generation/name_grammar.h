@@ -4,6 +4,9 @@
 
 namespace Procs {
 
+/// The grammar of the names of places and maps.
+inline const QString placeNames = QStringLiteral("gramaticas\\Nombres de lugares.txt");
+
 /// Makes up a name from a grammar file, given relative to AppFolder: `count` random alternatives of
 /// its first rule, one after the other, with every reference and inclusion in them expanded. The
 /// file and those it includes are read anew at every call. Throws Error that names file and rule

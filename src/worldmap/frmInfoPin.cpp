@@ -35,5 +35,5 @@ bool FrmInfoPin::Form_KeyDown(const QKeyEvent& event)
 
 void FrmInfoPin::cmdGenerarNombre_Click()
 {
-    ui().txtNombre->setText(Procs::generarNombre(1, u"gramaticas\\Nombres de lugares.txt"_s));
+    ui().txtNombre->setText(Procs::generarNombre(1, Procs::placeNames));
 }

@@ -9,7 +9,6 @@
 #include "worldmap/frmTiles.h"
 #include "worldmap/hex_geometry.h"
 
-#include <QScreen>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <vector>
 
@@ -25,32 +26,32 @@ inline void maskPixels(QRgb* dst, const QRgb* picture, const QRgb* mask)
 }
 
 /// A row of a MaskBlt, unrolled for a width known to the compiler.
-template <int Width>
+template <unsigned Width>
 inline void maskRow(QRgb* dst, const QRgb* picture, const QRgb* mask)
 {
-    constexpr int block = Width >= 4 ? 4 : Width >= 2 ? 2 : Width;
+    constexpr int block = std::min(4, static_cast<int>(std::bit_floor(Width)));
     if constexpr (block > 0) {
         maskPixels<block>(dst, picture, mask);
-        maskRow<Width - block>(dst + block, picture + block, mask + block);
+        maskRow<Width - unsigned{block}>(dst + block, picture + block, mask + block);
     }
 }
 
 /// The rows of a MaskBlt; pitches are pixels from one row to the next. Map cells are so small that
 /// a loop over their width costs as much as the drawing: widths up to Widest have code of their
 /// own.
-template <int Widest = 16>
+template <unsigned Widest = 16>
 void maskRows(int width, int height, QRgb* dst, int dstPitch, const QRgb* picture, const QRgb* mask,
               int sourcePitch)
 {
     if constexpr (Widest > 0) {
-        if (width < Widest) {
+        if (width < int{Widest}) {
             maskRows<Widest - 1>(width, height, dst, dstPitch, picture, mask, sourcePitch);
             return;
         }
     }
     for (int row = 0; row < height; ++row) {
         maskRow<Widest>(dst, picture, mask);
-        for (int i = Widest; i < width; ++i)
+        for (int i = int{Widest}; i < width; ++i)
             dst[i] = (dst[i] & mask[i]) | picture[i];
         dst += dstPitch;
         picture += sourcePitch;
