@@ -65,7 +65,7 @@ TEST(Cli, RefusesBadCallsAndBadFilesWithNothingHalfWritten)
         {{u"dibujar"_s, good}, u"--png"_s},
         {{u"dibujar"_s, good, u"--png"_s}, u"falta el valor"_s},
         {{u"dibujar"_s, good, u"--jpg"_s, png}, u"«--jpg»"_s},
-        {{u"dibujar"_s, good, good, u"--png"_s, png}, u"un mapa"_s},
+        {{u"dibujar"_s, good, good, u"--png"_s, png}, u"sobra"_s},
         {{u"dibujar"_s, good, u"--png"_s, png, u"--png"_s, png}, u"repetida"_s},
         {{u"dibujar"_s, u"no hay"_s, u"--png"_s, png}, u"«no hay»"_s},
         {{u"dibujar"_s, folder.path(), u"--png"_s, png}, u"carpeta"_s},

@@ -1,16 +1,8 @@
 // Painting and placing with real clicks, drags and keys.
-#include "window_test.h"
-#include "worldmap/frmInfoPin.h"
+#include "map_test.h"
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmMapProperties.h"
-#include "worldmap/frmMapa.h"
-#include "worldmap/frmMinimap.h"
-#include "worldmap/frmPines.h"
-#include "worldmap/frmTiles.h"
-#include "worldmap/hex_geometry.h"
 
-#include <QMouseEvent>
-#include <QToolBar>
 #include <QToolTip>
 #include <random>
 
@@ -18,84 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class MapEditTest : public WindowTest
-{
-protected:
-    MapEditTest()
-    {
-        frmTiles().createColumns();
-        frmPines().createColumns();
-        frmMapa().show();
-        frmMapa().ancho = 50;
-        frmMapa().alto = 50;
-        frmMapa().newMapa(); // the sea, as the first tile is
-        frmMapa().mapaCambiado = false;
-    }
-
-    static void press(QAction* button)
-    {
-        QTest::mouseClick(frmMapa().ui().Toolbar->widgetForAction(button), Qt::LeftButton);
-    }
-
-    static void choose(platform::ListView* list, int row)
-    {
-        list->setCurrentIndex(list->model()->index(row, 0));
-    }
-
-    /// A point inside a cell, in the view.
-    static QPoint inView(int x, int y)
-    {
-        return hex::cellOrigin(x - frmMapa().currX, y - frmMapa().currY) + QPoint(5, 6);
-    }
-
-    static void click(int x, int y)
-    {
-        QTest::mouseClick(frmMapa().ui().imgMapa, Qt::LeftButton, {}, inView(x, y));
-    }
-
-    static void send(QEvent::Type type, QPoint position, Qt::MouseButton button,
-                     Qt::MouseButtons held)
-    {
-        QWidget* const view = frmMapa().ui().imgMapa;
-        QMouseEvent event(type, position, view->mapToGlobal(position), button, held, {});
-        QCoreApplication::sendEvent(view, &event);
-    }
-
-    static void drag(QPoint from, QPoint to)
-    {
-        send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
-        send(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
-        send(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
-    }
-
-    /// Clicks a cell in place mode and types into the dialog.
-    static void setPlace(int x, int y, const QString& name, const QString& notes)
-    {
-        duringModal([&] { click(x, y); },
-                    [&] {
-                        Ui::FrmInfoPin& ui = frmInfoPin().ui();
-                        ui.txtNombre->selectAll();
-                        QTest::keyClicks(ui.txtNombre, name);
-                        ui.txtInfo->setPlainText(notes);
-                        QTest::keyClick(ui.txtInfo, Qt::Key_Escape);
-                    });
-    }
-
-    /// Buffer and view must be what drawing the whole map anew gives.
-    static void expectPixelsOfFullRedraw()
-    {
-        const QImage edited = frmMapa().hdcBuffer.image().copy();
-        const QImage shown = frmMapa().ui().imgMapa->grab().toImage();
-        const QImage reduced = frmMinimap().ui().imgMinimap->dc().image().copy();
-        frmMapa().crearBuffer();
-        frmMapa().renderMapa();
-        frmMapa().drawMinimap();
-        frmMapa().scrollMapa();
-        EXPECT_EQ(reduced, frmMinimap().ui().imgMinimap->dc().image());
-        EXPECT_EQ(edited, frmMapa().hdcBuffer.image());
-        EXPECT_EQ(shown, frmMapa().ui().imgMapa->grab().toImage());
-    }
-};
+using MapEditTest = MapTest;
 
 } // namespace
 
@@ -438,4 +353,67 @@ TEST_F(MapEditTest, ADoubleClickOnAPlaceBringsItIntoView)
     frmMapa().scrollMapa();
     EXPECT_FALSE(ui.lblLocation->isVisible());
     EXPECT_FALSE(ui.imgLocationLeft->isVisible());
+}
+
+TEST_F(MapEditTest, AWholeEveningsWorkEndsInTheFile)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    Ui::FrmMapProperties& properties = frmMapProperties().ui();
+    duringModal([&] { press(ui.nuevo); },
+                [&] {
+                    QTest::mouseClick(properties.cmdGenerarNombre, Qt::LeftButton);
+                    properties.cmbAncho->setCurrentText(u"100"_s);
+                    properties.cmbAlto->setCurrentText(u"75"_s);
+                    QTest::mouseClick(properties.cmdAceptar, Qt::LeftButton);
+                });
+    const QString name = frmMapa().nombre;
+    ASSERT_FALSE(name.isEmpty());
+    EXPECT_EQ(ui.lblNombre->text(), name);
+
+    press(ui.tiles);
+    choose(frmTiles().ui().lvTiles, 4);
+    const QString tile = frmTiles().selectedName();
+    click(2, 2);
+    drag(inView(10, 10), inView(30, 20));
+    press(ui.tiles);
+    press(ui.pines);
+    setPlace(10, 10, u"Soto"_s, u"una línea\ny otra"_s);
+    setPlace(4, 20, u"Vado"_s, {});
+    setPlace(30, 3, u"Risco"_s, u"nido de águilas"_s);
+    setPlace(4, 20, u"Vado Viejo"_s, {});
+    press(ui.minimapa);
+    QTest::mouseClick(frmMinimap().ui().imgMinimap, Qt::LeftButton, {}, QPoint(170, 120));
+    EXPECT_GT(frmMapa().currX, 0);
+    const QModelIndex vado = ui.lvLugares->model()->index(2, 0);
+    QTest::mouseDClick(ui.lvLugares->viewport(), Qt::LeftButton, {},
+                       ui.lvLugares->visualRect(vado).center());
+    press(ui.guardar);
+    EXPECT_FALSE(frmMapa().mapaCambiado);
+
+    const WorldMap saved = frmMapa();
+    const QByteArray file = app.read(u"mapas/%1.map"_s.arg(name));
+    EXPECT_EQ(file.count('|'), 3);
+    EXPECT_TRUE(file.contains("20;4;"));
+    EXPECT_TRUE(file.contains(";Vado Viejo;|"));
+    frmMapa().newMapa();
+    frmMapa().mapaCambiado = false;
+    frmMapa().setNombre(u"Otro"_s);
+    duringModal([&] { press(ui.abrir); },
+                [&] {
+                    platform::IconView& list = *frmListaArchivos().ui().lvListaArchivos;
+                    for (int row = 0; row < list.model()->rowCount(); ++row) {
+                        const QModelIndex entry = list.model()->index(row, 0);
+                        if (entry.data().toString().startsWith(name))
+                            list.setCurrentIndex(entry);
+                    }
+                    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {},
+                                       list.visualRect(list.currentIndex()).center());
+                });
+    EXPECT_EQ(frmMapa().nombre, name);
+    EXPECT_EQ(frmMapa().mapaTiles, saved.mapaTiles);
+    EXPECT_EQ(frmMapa().mapaPines, saved.mapaPines);
+    EXPECT_EQ(frmMapa().mapaTiles(15, 20), tile) << "on the way that was dragged";
+    EXPECT_EQ(frmMapa().lugares.count(), 3);
+    EXPECT_EQ(frmMapa().accion, NoEditing);
+    expectPixelsOfFullRedraw();
 }

@@ -72,7 +72,7 @@ QString freeBackupPath(const QString& path)
 
 } // namespace
 
-void loadCatalogue(Catalogue& catalogue)
+void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault)
 {
     catalogue.loadStopped = true;
     const TextFile file = platform::readTextFile(pathOf(catalogue.kind));
@@ -83,7 +83,7 @@ void loadCatalogue(Catalogue& catalogue)
         try {
             loadRecord(catalogue, line);
         } catch (const Error& error) {
-            throw file.errorAt(i, error.description, error.number);
+            onFault(file.errorAt(i, error.description, error.number));
         }
     }
     catalogue.loadStopped = false;

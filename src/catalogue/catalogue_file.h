@@ -2,6 +2,7 @@
 
 #include "catalogue/catalogue_kind.h"
 #include "platform/core/list_items.h"
+#include "platform/core/text_file.h"
 #include "platform/gdi/image_list.h"
 
 #include <functional>
@@ -20,7 +21,7 @@ struct Catalogue {
 /// Reads the kind's file below AppFolder into the catalogue, which is empty before. Throws Error at
 /// the first fault (its text names file, line and reason); the records before it, and what was
 /// added for the faulty one, stay in the list, and loadStopped is set.
-void loadCatalogue(Catalogue& catalogue);
+void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault = platform::giveUp);
 
 /// Writes the catalogue to its file, in the list's order; `advance` is called after each record.
 /// Fields that a stopped load left out are written empty; if the load had stopped, the old file is

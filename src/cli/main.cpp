@@ -15,12 +15,51 @@ namespace {
 const std::vector<Command>& commands()
 {
     static const std::vector<Command> all{
+        {u"generar"_s,
+         u"--ancho N --alto N [--semilla N] [--nombre T] --mapa ARCHIVO [--png ARCHIVO] "
+         "[--escala N]"_s,
+         u"Crea un mundo al azar, con terreno, bosques y poblados, y lo guarda como mapa.\n"
+         "  --ancho, --alto  columnas y filas, de 2 a 1000\n"
+         "  --semilla        un número entero; la misma semilla da siempre el mismo mundo\n"
+         "  --nombre         nombre del mapa; sin él se inventa uno\n"
+         "  --mapa           archivo .map que se escribe\n"
+         "  --png            imagen del mapa entero\n"
+         "  --escala         aumento de la imagen, de 1 a 16"_s,
+         {u"ancho"_s, u"alto"_s, u"semilla"_s, u"nombre"_s, u"mapa"_s, u"png"_s, u"escala"_s},
+         &generar},
         {u"dibujar"_s,
-         u"MAPA --png ARCHIVO"_s,
-         u"Dibuja un mapa entero en una imagen PNG. MAPA es la ruta de un archivo "
-         ".map\no el nombre de un mapa de la carpeta «mapas»."_s,
-         {u"png"_s},
+         u"MAPA --png ARCHIVO [--escala N]"_s,
+         u"Dibuja un mapa entero en una imagen PNG, aumentada de 1 a 16 veces.\n"
+         "MAPA es la ruta de un archivo .map o el nombre de un mapa de la carpeta «mapas»."_s,
+         {u"png"_s, u"escala"_s},
          &dibujar},
+        {u"ruta"_s,
+         u"MAPA --desde X,Y --hasta X,Y [--png ARCHIVO]"_s,
+         u"Busca el camino más barato entre dos casillas. Escribe las casillas del camino, de la "
+         "última\na la primera, como fila;columna unidas por «|», y después cuántas son y cuánto "
+         "cuesta.\nSi no hay camino escribe «No encontrado» y acaba con 1.\n"
+         "  --desde, --hasta  columna y fila, contadas desde 0\n"
+         "  --png             imagen del mapa con el camino"_s,
+         {u"desde"_s, u"hasta"_s, u"png"_s},
+         &ruta},
+        {u"clima"_s,
+         u"MAPA"_s,
+         u"Escribe el informe del clima: los grados de latitud que abarca el mapa, los de cada "
+         "fila\ny, fila por fila, una cifra por casilla."_s,
+         {},
+         &clima},
+        {u"nombres"_s,
+         u"N [--gramatica ARCHIVO]"_s,
+         u"Inventa N nombres, uno por línea.\n"
+         "  --gramatica  otra gramática que la de los nombres de lugares"_s,
+         {u"gramatica"_s},
+         &nombres},
+        {u"validar"_s,
+         u"[MAPA…]"_s,
+         u"Revisa todos los archivos de datos, o solo los mapas nombrados, y escribe cada falta "
+         "con\nsu archivo y su línea. Acaba con 0 si no hay ninguna y con 1 si hay alguna."_s,
+         {},
+         &validar},
     };
     return all;
 }

@@ -3,8 +3,9 @@
 #include "app/procs.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/text_codec.h"
-#include "platform/core/text_file.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QHash>
 #include <algorithm>
 #include <limits>
@@ -13,6 +14,7 @@
 using namespace Qt::StringLiterals;
 using platform::Error;
 using platform::ErrorNumber;
+using platform::OnFault;
 
 namespace {
 
@@ -31,7 +33,7 @@ Error faulty(const QString& path, const QString& reason)
 class Grammar
 {
 public:
-    explicit Grammar(const QString& path);
+    explicit Grammar(const QString& path, const OnFault& onFault = platform::giveUp);
     Grammar(const Grammar&) = delete;
     Grammar& operator=(const Grammar&) = delete;
 
@@ -39,6 +41,8 @@ public:
     QStringView pickFromFirst() const;
     QStringView pickFrom(QStringView name) const;
     const QString& path() const { return path_; }
+    /// Tells of whatever in the rules' texts could stop an expansion.
+    void check(const OnFault& onFault) const;
 
 private:
     struct Alternative {
@@ -50,7 +54,8 @@ private:
         std::vector<Alternative> alternatives;
     };
 
-    void addRule(QStringView piece);
+    void addRule(QStringView piece, const OnFault& onFault);
+    std::optional<QString> problemOf(QStringView text) const;
     void addAlternative(Rule& rule, QStringView line) const;
     QStringView pick(const Rule& rule) const;
     Error faultyLine(QStringView place, const QString& reason) const;
@@ -66,7 +71,7 @@ bool isLineEnd(QChar c)
     return c == u'\r' || c == u'\n';
 }
 
-Grammar::Grammar(const QString& path)
+Grammar::Grammar(const QString& path, const OnFault& onFault)
     : path_(path),
       text_(platform::fromWindows1252(platform::readFile(path, platform::maxTextFileBytes)))
 {
@@ -74,14 +79,18 @@ Grammar::Grammar(const QString& path)
     while (start >= 0) {
         const qsizetype next = text_.indexOf(u'[', start + 1);
         const qsizetype end = next < 0 ? text_.size() : next;
-        addRule(QStringView(text_).sliced(start + 1, end - start - 1));
+        try {
+            addRule(QStringView(text_).sliced(start + 1, end - start - 1), onFault);
+        } catch (const Error& fault) {
+            onFault(fault);
+        }
         start = next;
     }
     if (rules_.empty())
-        throw faulty(path_, u"no contiene ninguna regla"_s);
+        onFault(faulty(path_, u"no contiene ninguna regla"_s));
 }
 
-void Grammar::addRule(QStringView piece)
+void Grammar::addRule(QStringView piece, const OnFault& onFault)
 {
     const qsizetype nameEnd = piece.indexOf(u']');
     if (nameEnd < 0)
@@ -96,8 +105,13 @@ void Grammar::addRule(QStringView piece)
     while (at != piece.end()) {
         const QChar* const start = std::find_if_not(at, piece.end(), isLineEnd);
         at = std::find_if(start, piece.end(), isLineEnd);
-        if (start != at)
+        if (start == at)
+            continue;
+        try {
             addAlternative(rule, QStringView(start, at));
+        } catch (const Error& fault) {
+            onFault(fault);
+        }
     }
     rules_.push_back(std::move(rule));
 }
@@ -149,6 +163,39 @@ QStringView Grammar::pick(const Rule& rule) const
                                 return alternative.upTo < number;
                             })
         ->text;
+}
+
+void Grammar::check(const OnFault& onFault) const
+{
+    for (const Rule& rule : rules_) {
+        if (rule.alternatives.empty())
+            onFault(faultyLine(rule.name,
+                               u"la regla «%1» no tiene ninguna alternativa"_s.arg(rule.name)));
+        for (const Alternative& alternative : rule.alternatives) {
+            if (const std::optional<QString> problem = problemOf(alternative.text))
+                onFault(faultyLine(alternative.text, *problem));
+        }
+    }
+}
+
+/// What is wrong with the references and inclusions of an alternative, if anything.
+std::optional<QString> Grammar::problemOf(QStringView text) const
+{
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const bool isReference = text[at] == u'<';
+        if (!isReference && text[at] != u'{')
+            continue;
+        const qsizetype end = text.indexOf(isReference ? u'>' : u'}', at);
+        if (end < 0)
+            return u"falta «%1» detrás de «%2»"_s.arg(isReference ? u'>' : u'}').arg(text[at]);
+        const QString name = text.sliced(at + 1, end - at - 1).toString();
+        if (isReference && !byName_.contains(name.toLower()))
+            return u"no existe la regla «%1»"_s.arg(name);
+        if (!isReference && !QFileInfo(platform::inAppFolder(name)).isFile())
+            return u"no se encuentra el archivo «%1»"_s.arg(name);
+        at = end;
+    }
+    return std::nullopt;
 }
 
 Error Grammar::faultyLine(QStringView place, const QString& reason) const
@@ -229,10 +276,16 @@ void Expansion::count(const Grammar& grammar, const Marked& marked, qsizetype ne
 
 QString Procs::generarNombre(int count, const QString& grammarFile)
 {
-    const Grammar grammar(platform::inAppFolder(grammarFile));
+    const Grammar grammar(QDir::isAbsolutePath(grammarFile) ? grammarFile
+                                                            : platform::inAppFolder(grammarFile));
     Expansion expansion;
     QString result;
     for (int i = 0; i < count; ++i)
         result += expansion.expand(grammar);
     return result;
+}
+
+void Procs::checkGrammar(const QString& path, const OnFault& onFault)
+{
+    Grammar(path, onFault).check(onFault);
 }

@@ -4,6 +4,10 @@
 #include "platform/core/text_file.h"
 #include "platform/gdi/picture.h"
 
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 using platform::Error;
@@ -105,7 +109,21 @@ const DefinitionKind& tilesLocalesKind()
     return kind;
 }
 
-void loadDefinitions(Palette& palette, PictureCollection& pictures, PictureCollection& masks)
+std::optional<int> numberField(const Palette& palette, const QString& name, const QString& field)
+{
+    const ListItem* const item = palette.items.find(name);
+    if (!item || !item->hasSubItem(field))
+        return std::nullopt;
+    bool isNumber = false;
+    const double value =
+        std::nearbyint(QString(item->subItem(field)).replace(u',', u'.').toDouble(&isNumber));
+    if (!isNumber || !(std::fabs(value) <= std::numeric_limits<std::int16_t>::max()))
+        return std::nullopt;
+    return static_cast<int>(value);
+}
+
+void loadDefinitions(Palette& palette, PictureCollection& pictures, PictureCollection& masks,
+                     const platform::OnFault& onFault)
 {
     const TextFile file =
         platform::readTextFile(platform::inAppFolder(u"ini\\"_s + palette.kind.file));
@@ -117,7 +135,7 @@ void loadDefinitions(Palette& palette, PictureCollection& pictures, PictureColle
         try {
             loaded.add(palette.kind, line);
         } catch (const Error& error) {
-            throw file.errorAt(i, error.description, error.number);
+            onFault(file.errorAt(i, error.description, error.number));
         }
     }
     palette.images = std::move(loaded.images);

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/core/list_items.h"
+#include "platform/core/text_file.h"
 #include "platform/gdi/image_list.h"
 #include "platform/gdi/memory_dc.h"
 
 #include <QHash>
 #include <QString>
 #include <memory>
+#include <optional>
 
 /// Pictures kept ready to draw, by definition name.
 using PictureCollection = QHash<QString, std::shared_ptr<const platform::MemoryDC>>;
@@ -36,8 +38,13 @@ struct Palette {
     platform::ImageList images;
 };
 
+/// A definition's field as a whole number of 16 bits, rounded to the nearest, halves to the even
+/// one. Nothing when there is no such definition or field or its text isn't such a number.
+std::optional<int> numberField(const Palette& palette, const QString& name, const QString& field);
+
 /// Reads the palette's definition file below AppFolder and replaces the contents of the palette and
 /// of both collections. A definition without a picture has no entry in either collection, one
 /// without a mask has SIN_MASCARA. Throws Error at the first fault, with everything as it was; its
 /// text names file, line and reason.
-void loadDefinitions(Palette& palette, PictureCollection& pictures, PictureCollection& masks);
+void loadDefinitions(Palette& palette, PictureCollection& pictures, PictureCollection& masks,
+                     const platform::OnFault& onFault = platform::giveUp);

@@ -4,6 +4,7 @@
 #include "platform/forms/application.h"
 #include "platform/forms/picture_box.h"
 #include "platform/forms/text_guard.h"
+#include "worldmap/map_file.h"
 
 #include <QKeyEvent>
 
@@ -35,5 +36,5 @@ bool FrmInfoPin::Form_KeyDown(const QKeyEvent& event)
 
 void FrmInfoPin::cmdGenerarNombre_Click()
 {
-    ui().txtNombre->setText(Procs::generarNombre(1, Procs::placeNames));
+    ui().txtNombre->setText(asPlaceName(Procs::generarNombre(1, Procs::placeNames)));
 }

@@ -125,7 +125,7 @@ void FrmMapProperties::updateZona()
 
 void FrmMapProperties::cmdGenerarNombre_Click()
 {
-    ui().txtNombre->setText(Procs::generarNombre(1, Procs::placeNames));
+    ui().txtNombre->setText(asMapName(Procs::generarNombre(1, Procs::placeNames)));
 }
 
 void FrmMapProperties::cmdAceptar_Click()

@@ -1,6 +1,7 @@
 #include "worldmap/frmMapa.h"
 
 #include "app/procs_windows.h"
+#include "catalogue/frmPrinc.h"
 #include "platform/forms/application.h"
 #include "platform/forms/toolbar.h"
 #include "worldmap/frmMinimap.h"
@@ -56,6 +57,9 @@ void FrmMapa::Form_Load()
                      });
     QObject::connect(ui().imgMapa, &platform::PictureBox::clicked, &window(),
                      [this] { platform::runCommand([this] { imgMapa_Click(); }); });
+    QObject::connect(
+        ui().imgMapa, &platform::PictureBox::released, &window(),
+        [this](Qt::MouseButton button) { platform::runCommand([&] { imgMapa_MouseUp(button); }); });
     frmTiles().closed = [this] { ui().tiles->trigger(); };
     QObject::connect(ui().lvLugares, &QAbstractItemView::doubleClicked, &window(),
                      [this] { lvLugares_DblClick(); });
@@ -106,6 +110,15 @@ void FrmMapa::Toolbar_ButtonClick(const QString& key, bool pressed)
         openMapa();
     } else if (key == "guardar"_L1) {
         saveMapa();
+    } else if (key == "generar"_L1) {
+        askToSave();
+        generarMapa();
+    } else if (key == "clima"_L1) {
+        showClima();
+    } else if (key == "catalogo"_L1) {
+        frmPrinc().show();
+    } else if (key == "caminos"_L1) {
+        accion = pressed ? DrawRoads : NoEditing;
     } else if (key == "minimapa"_L1) {
         frmMinimap().formMapa = &forMinimap_;
         showTool(frmMinimap(), pressed);

@@ -25,6 +25,14 @@ public:
     void crearBuffer();
     /// Draws the whole document into the back buffer.
     void renderMapa();
+    /// Replaces the document with a random world of its size. Throws Error, with the document as it
+    /// was.
+    void generarMapa();
+    /// Draws a road, given as a route text, over the map until it is next drawn whole.
+    void drawCamino(const QString& route);
+    /// Shows the climate report. Throws Error when there is none to be had.
+    void showClima();
+
     /// Copies the visible part of the back buffer to the screen.
     void scrollMapa();
     /// Lists the document's places.
@@ -63,6 +71,7 @@ private:
 
     void imgMapa_MouseMove(QPoint position, Qt::MouseButtons held);
     void imgMapa_Click();
+    void imgMapa_MouseUp(Qt::MouseButton button);
     /// The cell under the mouse, in map coordinates.
     QPoint mapCell() const { return mouseCell + QPoint(currX, currY); }
     bool onMap(QPoint cell) const { return mapaTiles.contains(cell.y(), cell.x()); }

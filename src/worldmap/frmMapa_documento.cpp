@@ -100,6 +100,8 @@ void FrmMapa::openMapa()
 /// Makes a whole new document the window's own and draws it, seen from its top left corner.
 void FrmMapa::showDocument(WorldMap document)
 {
+    // A road begun on the old map ends with it.
+    document.inicioX = document.inicioY = document.finX = document.finY = -1;
     // The one step that can fail, for want of memory, comes before anything is replaced.
     MapCanvas::crearBuffer(document.ancho, document.alto);
     static_cast<WorldMap&>(*this) = std::move(document);

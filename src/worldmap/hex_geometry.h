@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QSize>
+#include <array>
 
 /// Where the hexagonal cells of the world map lie. All lengths are in pixels of the map's picture;
 /// a cell is a QPoint (x = column, y = row) counted from 0 at the top left corner.
@@ -20,6 +21,20 @@ static_assert(columnPitch == 11 && oddColumnShift == 7);
 constexpr QPoint cellOrigin(int x, int y)
 {
     return {columnPitch * x, oddColumnShift * (x & 1) + cellHeight * y};
+}
+
+/// Centre of a cell's picture.
+constexpr QPoint cellCentre(int x, int y)
+{
+    return cellOrigin(x, y) + QPoint(cellWidth / 2, cellHeight / 2);
+}
+
+/// The offsets of the six neighbours of a cell of column x, in the order that searches go through.
+constexpr std::array<QPoint, 6> neighbours(int x)
+{
+    const int diagonal = (x & 1) != 0 ? 1 : -1;
+    return {QPoint(-1, diagonal), QPoint(1, diagonal), QPoint(-1, 0),
+            QPoint(1, 0),         QPoint(0, -1),       QPoint(0, 1)};
 }
 
 /// Size of the picture of a whole map. The last column's pictures are cut where the next column

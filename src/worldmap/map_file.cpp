@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 
 using platform::Error;
 using platform::ErrorNumber;
+using platform::OnFault;
 using platform::TextFile;
 
 namespace {
@@ -30,9 +31,28 @@ constexpr char16_t lineBreakMark = u'\u00B6';
 
 constexpr qsizetype maxFileNameLength = 120;
 
+/// Whether some system forbids the character in file names, or the map file itself does.
+bool isForbiddenInNames(QChar c)
+{
+    return u"\\/:*?\"<>|;"_s.contains(c);
+}
+
 QString notesFromFile(const QString& line)
 {
     return QString(line).replace(QChar(lineBreakMark), QChar(u'\n'));
+}
+
+/// Runs a step of reading; an Error of it goes to onFault. Returns whether there was none.
+template <typename Step>
+bool attempt(const OnFault& onFault, const Step& step)
+{
+    try {
+        step();
+        return true;
+    } catch (const Error& fault) {
+        onFault(fault);
+        return false;
+    }
 }
 
 int parseNumber(const TextFile& file, std::size_t line, QStringView text, const QString& what)
@@ -74,7 +94,8 @@ void checkSize(const TextFile& file, const WorldMap& map)
                            ErrorNumber::TooLarge);
 }
 
-void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile)
+void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile,
+                const OnFault& onFault)
 {
     const QString& line = file.lines[TilesLine];
     const qsizetype wanted = qsizetype{map.ancho} * map.alto;
@@ -96,10 +117,11 @@ void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile)
         auto shared = known.constFind(tile);
         if (shared == known.constEnd()) {
             if (!tile.isEmpty() && !isTile(tile))
-                throw file.errorAt(TilesLine, u"el tile «%1» de la casilla X:%2 Y:%3 "
-                                              "no está definido o no tiene imagen"_s.arg(
-                                                  tile.left(40), QString::number(cell % map.ancho),
-                                                  QString::number(cell / map.ancho)));
+                onFault(file.errorAt(
+                    TilesLine,
+                    u"el tile «%1» de la casilla X:%2 Y:%3 no está definido o no tiene imagen"_s
+                        .arg(tile.left(40), QString::number(cell % map.ancho),
+                             QString::number(cell / map.ancho))));
             shared = known.insert(tile);
         }
         tile = *shared;
@@ -135,7 +157,8 @@ void parsePlace(const TextFile& file, WorldMap& map, const QString& text, const 
     map.mapaPines(row, column) = place.stored();
 }
 
-void parsePlaces(const TextFile& file, WorldMap& map, const IsDefined& isPin)
+void parsePlaces(const TextFile& file, WorldMap& map, const IsDefined& isPin,
+                 const OnFault& onFault)
 {
     map.mapaPines = platform::Grid<QString>(map.alto, map.ancho);
     QStringList places = file.lines[PlacesLine].split(placeEnd);
@@ -143,7 +166,7 @@ void parsePlaces(const TextFile& file, WorldMap& map, const IsDefined& isPin)
         throw file.errorAt(PlacesLine, u"falta «|» detrás del último lugar"_s);
     QSet<QString> names;
     for (const QString& place : places)
-        parsePlace(file, map, place, isPin, names);
+        attempt(onFault, [&] { parsePlace(file, map, place, isPin, names); });
 }
 
 /// A text of the document, as it is to be written. Throws Error when it would break the format.
@@ -195,26 +218,42 @@ QString mapFileText(const WorldMap& map)
 
 } // namespace
 
-WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin)
+WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin,
+                     const OnFault& onFault)
 {
     const TextFile file = platform::readTextFile(path);
-    if (file.lines.size() != lineCount)
-        throw file.errorAt(
-            std::min(file.lines.size(), lineCount),
-            u"un mapa tiene seis líneas y este archivo tiene %1"_s.arg(file.lines.size()));
     WorldMap map;
+    if (file.lines.size() != lineCount) {
+        onFault(file.errorAt(
+            std::min(file.lines.size(), lineCount),
+            u"un mapa tiene seis líneas y este archivo tiene %1"_s.arg(file.lines.size())));
+        return map;
+    }
     map.nombre = file.lines[NameLine];
-    std::tie(map.alto, map.ancho) = parsePair(file, SizeLine, u"el alto"_s, u"el ancho"_s);
-    checkSize(file, map);
-    std::tie(map.latNorte, map.latSur) =
-        parsePair(file, LatitudeLine, u"la latitud norte"_s, u"la latitud sur"_s);
+    const bool hasSize = attempt(onFault, [&] {
+        std::tie(map.alto, map.ancho) = parsePair(file, SizeLine, u"el alto"_s, u"el ancho"_s);
+        checkSize(file, map);
+    });
+    attempt(onFault, [&] {
+        std::tie(map.latNorte, map.latSur) =
+            parsePair(file, LatitudeLine, u"la latitud norte"_s, u"la latitud sur"_s);
+    });
     map.notasMapa = notesFromFile(file.lines[NotesLine]);
-    parseTiles(file, map, isTile);
-    parsePlaces(file, map, isPin);
+    if (hasSize) {
+        attempt(onFault, [&] { parseTiles(file, map, isTile, onFault); });
+        attempt(onFault, [&] { parsePlaces(file, map, isPin, onFault); });
+    }
     return map;
 }
 
 void writeMapFile(const WorldMap& map)
+{
+    const QString path = mapFilePath(map.nombre);
+    QDir().mkpath(QFileInfo(path).path());
+    writeMapFile(map, path);
+}
+
+void writeMapFile(const WorldMap& map, const QString& path)
 {
     const auto fail = [&](ErrorNumber number, const QString& reason) {
         return Error(number, u"No se puede guardar el mapa «%1»: %2."_s.arg(map.nombre, reason));
@@ -227,8 +266,6 @@ void writeMapFile(const WorldMap& map)
     } catch (const Error& error) {
         throw fail(error.number, error.description);
     }
-    const QString path = mapFilePath(map.nombre);
-    QDir().mkpath(QFileInfo(path).path());
     platform::writeFileAtomically(path, bytes);
 }
 
@@ -237,12 +274,31 @@ QString mapFilePath(const QString& mapName)
     return platform::inAppFolder(u"mapas\\%1.map"_s.arg(mapName));
 }
 
+QString asPlaceName(const QString& name)
+{
+    return platform::withoutSeparators(name).simplified();
+}
+
+QString asMapName(const QString& name)
+{
+    QString clean = name;
+    for (QChar& c : clean) {
+        if (isForbiddenInNames(c) || c.category() == QChar::Other_Control)
+            c = u' ';
+    }
+    clean = clean.simplified().left(maxFileNameLength);
+    while (clean.startsWith(u'.') || clean.startsWith(u' '))
+        clean.remove(0, 1);
+    while (clean.endsWith(u'.') || clean.endsWith(u' '))
+        clean.chop(1);
+    return mapNameProblem(clean) ? u"Mapa "_s + clean : clean;
+}
+
 std::optional<QString> mapNameProblem(const QString& name)
 {
-    static const QString forbidden = u"\\/:*?\"<>|;"_s;
     static const QStringList devices = {u"CON"_s, u"PRN"_s, u"AUX"_s, u"NUL"_s};
     for (const QChar c : name) {
-        if (forbidden.contains(c))
+        if (isForbiddenInNames(c))
             return u"el nombre no puede contener «%1»"_s.arg(c);
         if (c.category() == QChar::Other_Control)
             return u"el nombre contiene un carácter de control o un salto de línea"_s;

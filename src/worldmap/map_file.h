@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/core/text_file.h"
 #include "worldmap/world_map.h"
 
 #include <QByteArray>
@@ -12,11 +13,14 @@ using IsDefined = std::function<bool(const QString& name)>;
 /// Reads a map file. Everything in it is checked: six lines, sizes within what can be drawn, one
 /// defined (or no) tile for each cell, places inside the map, each with a defined pin and a name of
 /// its own. Throws Error whose text names file, line and reason.
-WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin);
+WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin,
+                     const platform::OnFault& onFault = platform::giveUp);
 
-/// Writes the map to its file, AppFolder\mapas\NAME.map, replacing one that is there. Throws Error
-/// when the name can't be a file's, a text can't be stored, or writing fails; an old file is whole.
+/// Writes the map to a file, replacing one that is there; without a path to its own,
+/// AppFolder\mapas\NAME.map. Throws Error when the name can't be a file's, a text can't be stored,
+/// or writing fails; an old file is whole.
 void writeMapFile(const WorldMap& map);
+void writeMapFile(const WorldMap& map, const QString& path);
 
 /// The path of the file of a map of that name.
 QString mapFilePath(const QString& mapName);
@@ -24,5 +28,9 @@ QString mapFilePath(const QString& mapName);
 /// Why a map can't have that name, as a Spanish sentence; nothing if it can.
 std::optional<QString> mapNameProblem(const QString& name);
 
-/// The largest back buffer that a map may need, in bytes.
-inline constexpr qint64 maxBufferBytes = qint64{512} * 1024 * 1024;
+/// A made-up name as the nearest one that a map, or a place, can have.
+QString asMapName(const QString& name);
+QString asPlaceName(const QString& name);
+
+/// The largest back buffer that a map may need, in bytes: enough for 1000 × 1000 cells.
+inline constexpr qint64 maxBufferBytes = qint64{640} * 1024 * 1024;

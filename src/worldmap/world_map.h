@@ -37,4 +37,10 @@ struct WorldMap {
     int currX = 0; ///< first visible column, always even
     int currY = 0; ///< first visible row
     int accion = NoEditing;
+
+    /// The ends of the road being marked, in cells; -1 while unset.
+    int inicioX = -1;
+    int inicioY = -1;
+    int finX = -1;
+    int finY = -1;
 };

@@ -71,4 +71,9 @@ std::optional<QString> firstOutsideWindows1252(QStringView text)
     return std::nullopt;
 }
 
+QString withoutSeparators(QString text)
+{
+    return text.replace(u';', u',').replace(u'|', u'/');
+}
+
 } // namespace platform

@@ -17,4 +17,8 @@ QByteArray toWindows1252(QStringView text);
 /// The first character (a whole code point) of the text that the code page lacks, if there is one.
 std::optional<QString> firstOutsideWindows1252(QStringView text);
 
+/// The text with the characters that separate fields in the data files, ";" and "|", turned into
+/// "," and "/".
+QString withoutSeparators(QString text);
+
 } // namespace platform

@@ -63,6 +63,11 @@ Error TextFile::errorAt(std::size_t line, const QString& reason, ErrorNumber num
     return Error(number, text);
 }
 
+void giveUp(const Error& fault)
+{
+    throw Error(fault);
+}
+
 QByteArray readFile(const QString& path, qint64 maxBytes)
 {
     const QFileInfo info(path);

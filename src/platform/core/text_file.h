@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 #include <vector>
 
 namespace platform {
@@ -17,6 +18,12 @@ struct TextFile {
     Error errorAt(std::size_t line, const QString& reason,
                   ErrorNumber number = ErrorNumber::BadFormat) const;
 };
+
+/// What a reader does with a fault. One that returns lets the reader go on behind the fault, to
+/// tell of further ones; what was read is then worth nothing.
+using OnFault = std::function<void(const Error& fault)>;
+/// The usual one: throws the fault.
+[[noreturn]] void giveUp(const Error& fault);
 
 /// The largest text file that is read, in bytes: several times the largest map the program draws.
 inline constexpr qint64 maxTextFileBytes = 64 * 1024 * 1024;

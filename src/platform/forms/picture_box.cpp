@@ -80,6 +80,7 @@ void PictureBox::mouseReleaseEvent(QMouseEvent* event)
     emit mouseMoved(position, event->buttons());
     if (event->button() == Qt::LeftButton && rect().contains(position))
         emit clicked();
+    emit released(event->button());
 }
 
 } // namespace platform

@@ -46,6 +46,8 @@ signals:
     void mouseMoved(QPoint position, Qt::MouseButtons held);
     /// The left button was released over the box after it was pressed there.
     void clicked();
+    /// A button was released after it was pressed over the box.
+    void released(Qt::MouseButton button);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -22,8 +22,7 @@ void showRefusal(QWidget& box, const QString& character)
 /// Makes the text storable; the cursor moves with what is left out before it.
 void makeStorable(QString& text, int& cursor, QWidget& box)
 {
-    text.replace(u';', u',');
-    text.replace(u'|', u'/');
+    text = withoutSeparators(text);
     while (const std::optional<QString> outside = firstOutsideWindows1252(text)) {
         const qsizetype at = text.indexOf(*outside);
         text.remove(at, outside->size());

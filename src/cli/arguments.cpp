@@ -1,0 +1,48 @@
+#include "cli/command.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+const QString& Arguments::only(const QString& what) const
+{
+    if (positional.size() != 1)
+        throw UsageError{positional.isEmpty() ? u"falta %1"_s.arg(what)
+                                              : u"sobra «%1»"_s.arg(positional[1])};
+    return positional.first();
+}
+
+QString Arguments::value(const QString& option) const
+{
+    const QString found = options.value(option);
+    if (found.isEmpty())
+        throw UsageError{u"falta la opción --%1"_s.arg(option)};
+    return found;
+}
+
+int Arguments::number(const QString& option, int lowest, int highest,
+                      std::optional<int> otherwise) const
+{
+    if (otherwise && !has(option))
+        return *otherwise;
+    return parseNumber(value(option), lowest, highest, u"--"_s + option);
+}
+
+QPoint Arguments::cell(const QString& option) const
+{
+    static const QRegularExpression pattern(u"^(-?\\d{1,6}),(-?\\d{1,6})$"_s);
+    const QRegularExpressionMatch match = pattern.match(value(option));
+    if (!match.hasMatch())
+        throw UsageError{u"--%1 ha de ser una casilla X,Y y no «%2»"_s.arg(option, value(option))};
+    return {match.captured(1).toInt(), match.captured(2).toInt()};
+}
+
+int parseNumber(const QString& text, int lowest, int highest, const QString& what)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (!isNumber || number < lowest || number > highest)
+        throw UsageError{u"%1 ha de ser un número entero de %2 a %3 y no «%4»"_s.arg(
+            what, QString::number(lowest), QString::number(highest), text)};
+    return number;
+}

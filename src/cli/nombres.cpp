@@ -1,0 +1,25 @@
+#include "cli/command.h"
+#include "generation/name_grammar.h"
+#include "platform/core/random_source.h"
+
+#include <QFileInfo>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+ExitCode nombres(const Arguments& arguments)
+{
+    constexpr int most = 1'000'000;
+    const int count = parseNumber(arguments.only(u"cuántos nombres"_s), 1, most, u"N"_s);
+    QString grammar = Procs::placeNames;
+    if (arguments.has(u"gramatica"_s)) {
+        // A path from the working folder, like any command's; else one of the program's own.
+        const QFileInfo file(arguments.value(u"gramatica"_s));
+        grammar = file.exists() ? file.absoluteFilePath() : file.filePath();
+    }
+    platform::randomSource().seedFromClock();
+    QTextStream out(stdout);
+    for (int i = 0; i < count; ++i)
+        out << Procs::generarNombre(1, grammar) << '\n';
+    return Success;
+}

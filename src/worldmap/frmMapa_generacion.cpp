@@ -1,0 +1,62 @@
+// What the map window has generated for it: worlds, roads and the climate report.
+
+#include "generation/camino.h"
+#include "generation/climate.h"
+#include "generation/frmClima.h"
+#include "generation/path_finding.h"
+#include "generation/world_generator.h"
+#include "platform/forms/application.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+
+#include <QLocale>
+#include <utility>
+
+void FrmMapa::generarMapa()
+{
+    for (const QString& tile : generatedTiles())
+        selectTile(tile); // fails before anything is changed
+    const platform::WaitCursor wait;
+    WorldMap fresh = *this;
+    generarMundo(fresh, frmPines().palette);
+    showDocument(std::move(fresh));
+}
+
+/// In road mode the left button marks the start of a road and the right one its end.
+void FrmMapa::imgMapa_MouseUp(Qt::MouseButton button)
+{
+    const QPoint cell = mapCell();
+    if (accion != DrawRoads || !onMap(cell))
+        return;
+    if (button == Qt::LeftButton) {
+        inicioX = cell.x();
+        inicioY = cell.y();
+    } else if (button == Qt::RightButton) {
+        finX = cell.x();
+        finY = cell.y();
+    }
+    if (inicioX == -1 || finX == -1)
+        return;
+    // Whatever comes of the search, the next road needs two new ends.
+    const QPoint start(std::exchange(inicioX, -1), std::exchange(inicioY, -1));
+    const QPoint end(std::exchange(finX, -1), std::exchange(finY, -1));
+    const platform::WaitCursor wait;
+    const QString route = PathFinding::FindPath(mapaTiles, start.x(), start.y(), end.x(), end.y(),
+                                                frmTiles().palette);
+    if (route != PathFinding::notFound)
+        drawCamino(route);
+}
+
+void FrmMapa::drawCamino(const QString& route)
+{
+    ::drawCamino(hdcBuffer, route);
+    scrollMapa();
+}
+
+void FrmMapa::showClima()
+{
+    const QString report = climateReport(*this, frmTiles().palette, QLocale().decimalPoint());
+    frmClima().ui().txtClima->setPlainText(report);
+    frmClima().show();
+}

@@ -1,0 +1,306 @@
+// The random worlds: terrain, settlements, climate.
+#include "generation/climate.h"
+#include "generation/settlements.h"
+#include "generation/world_generator.h"
+#include "platform/core/random_source.h"
+#include "support.h"
+
+#include <QSet>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array sizes{50, 75, 100, 150};
+
+/// A test over the shipped definitions and grammar.
+class GenerationTest : public testing::Test
+{
+protected:
+    GenerationTest()
+    {
+        loadDefinitions(tiles, pictures, masks);
+        loadDefinitions(pins, pictures, masks);
+    }
+
+    static WorldMap emptyMap(int alto, int ancho)
+    {
+        WorldMap map;
+        map.alto = alto;
+        map.ancho = ancho;
+        return map;
+    }
+
+    const platform::ScopedAppFolder app{shippedDataFolder()};
+    PictureCollection pictures;
+    PictureCollection masks;
+    Palette tiles{tilesKind()};
+    Palette pins{pinesKind()};
+};
+
+int rounded(double value)
+{
+    return static_cast<int>(std::nearbyint(value));
+}
+
+} // namespace
+
+TEST_F(GenerationTest, WorldsKeepTheRulesForEverySizeAndSeed)
+{
+    const QSet<QString> allowed(generatedTiles().begin(), generatedTiles().end());
+    EXPECT_EQ(allowed.size(), 11);
+    for (int seed = 0; seed < 320; ++seed) {
+        const int alto = sizes[static_cast<std::size_t>(seed / 4 % 4)];
+        const int ancho = sizes[static_cast<std::size_t>(seed % 4)];
+        SCOPED_TRACE(testing::Message() << alto << " x " << ancho << ", seed " << seed);
+        WorldMap map = emptyMap(alto, ancho);
+        map.notasMapa = u"mías"_s;
+        map.accion = SetPlaces;
+        map.currX = 8;
+        map.currY = 9;
+        platform::randomSource().seed(static_cast<std::uint64_t>(seed));
+        generarMundo(map, pins);
+
+        ASSERT_EQ(map.mapaTiles.rows(), alto);
+        ASSERT_EQ(map.mapaTiles.columns(), ancho);
+        ASSERT_TRUE(std::all_of(map.mapaTiles.begin(), map.mapaTiles.end(),
+                                [&](const QString& tile) { return allowed.contains(tile); }));
+        QSet<QString> names;
+        int places = 0;
+        for (int y = 0; y < alto; ++y) {
+            for (int x = 0; x < ancho; ++x) {
+                if (map.mapaPines(y, x).isEmpty())
+                    continue;
+                const Place place = Place::fromStored(map.mapaPines(y, x));
+                ++places;
+                names.insert(place.name);
+                EXPECT_FALSE(map.mapaTiles(y, x).contains(u'M'));
+                EXPECT_TRUE(place.notes.isEmpty() && !place.name.isEmpty());
+                EXPECT_TRUE(pins.items.find(place.pin));
+                EXPECT_TRUE(map.mapaPines(y, x).endsWith(u';'));
+            }
+        }
+        EXPECT_EQ(names.size(), places);
+        EXPECT_GE(places, 1);
+        EXPECT_LE(places, rounded(alto * ancho * 0.001) + 1);
+        EXPECT_EQ(map.latNorte, 45);
+        EXPECT_EQ(map.latSur, -45);
+        EXPECT_EQ(map.accion, NoEditing);
+        EXPECT_EQ(QPoint(map.currX, map.currY), QPoint());
+        EXPECT_TRUE(map.mapaCambiado);
+        EXPECT_EQ(map.notasMapa, u"mías"_s);
+        EXPECT_FALSE(map.nombre.isEmpty());
+    }
+}
+
+TEST_F(GenerationTest, OneSeedGivesOneWorld)
+{
+    WorldMap first = emptyMap(75, 50);
+    WorldMap second = first;
+    WorldMap third = first;
+    platform::randomSource().seed(12);
+    generarMundo(first, pins);
+    generarMundo(third, pins);
+    platform::randomSource().seed(12);
+    generarMundo(second, pins);
+    EXPECT_EQ(first.mapaTiles, second.mapaTiles);
+    EXPECT_EQ(first.mapaPines, second.mapaPines);
+    EXPECT_EQ(first.nombre, second.nombre);
+    EXPECT_NE(first.mapaTiles, third.mapaTiles);
+}
+
+TEST(Terrain, BandsBeginWhereTheyShould)
+{
+    const auto expectBand = [](int from, int to, const QString& tile) {
+        EXPECT_EQ(elevationTile(from), tile);
+        EXPECT_EQ(elevationTile(to), tile);
+    };
+    expectBand(240, 253, u"P2"_s);
+    expectBand(230, 239, u"P1"_s);
+    expectBand(200, 229, u"T4"_s);
+    expectBand(170, 199, u"T3"_s);
+    expectBand(135, 169, u"T2"_s);
+    expectBand(100, 134, u"T1"_s);
+    expectBand(70, 99, u"M3"_s);
+    expectBand(30, 69, u"M2"_s);
+    expectBand(0, 29, u"M1"_s);
+    for (const QString& land : {u"T1"_s, u"P2"_s}) {
+        EXPECT_EQ(vegetationTile(220, land), land);
+        EXPECT_EQ(vegetationTile(221, land), u"B1"_s);
+        EXPECT_EQ(vegetationTile(240, land), u"B1"_s);
+        EXPECT_EQ(vegetationTile(241, land), u"B2"_s);
+    }
+    EXPECT_EQ(vegetationTile(253, u"M3"_s), u"M3"_s);
+}
+
+TEST(Terrain, HalvesRoundToTheEvenNeighbour)
+{
+    for (int dividend = -4000; dividend <= 4000; ++dividend) {
+        for (const int divisor : {2, 4, 50, 75, 150})
+            ASSERT_EQ(roundedQuotient(dividend, divisor),
+                      rounded(static_cast<double>(dividend) / divisor));
+    }
+}
+
+TEST(Terrain, OffsetsFollowTheRowsARectangleSpans)
+{
+    // With level corners the middle of an edge shows the offset it was given.
+    const auto widest = [](int alto, int rows) {
+        int largest = 0;
+        for (int seed = 0; seed < 400; ++seed) {
+            platform::randomSource().seed(static_cast<std::uint64_t>(seed));
+            HeightGrid grid(alto + 1, 5, 600);
+            for (int row = 0; row <= alto; ++row)
+                grid(row, 1) = 0; // only the middle column is there to be filled
+            subdividirAlturas(grid, 0, rows, 0, 2);
+            largest = std::max(largest, std::abs(grid(0, 1) - 600));
+        }
+        return largest;
+    };
+    for (const auto& [alto, amplitude] : {std::pair(50, 502), {75, 505}, {100, 507}, {150, 509}}) {
+        const int found = widest(alto, alto - 1);
+        EXPECT_LE(found, amplitude);
+        EXPECT_GE(found, amplitude - 8);
+    }
+    EXPECT_EQ(widest(100, 1), 5);
+    EXPECT_EQ(widest(100, 0), 0);
+}
+
+TEST(Terrain, SubdividingReachesEveryCellAndNoOther)
+{
+    for (const int alto : sizes) {
+        for (const int ancho : sizes) {
+            platform::Grid<char> reached(alto + 1, ancho + 1);
+            // A cell may come out as 0 by chance, but not four times.
+            for (std::uint64_t seed = 1; seed <= 4; ++seed) {
+                platform::randomSource().seed(seed);
+                HeightGrid grid(alto + 1, ancho + 1);
+                for (const int row : {0, alto - 1}) {
+                    for (const int column : {0, ancho - 1})
+                        grid(row, column) = 100;
+                }
+                subdividirAlturas(grid, 0, alto - 1, 0, ancho - 1);
+                for (int row = 0; row <= alto; ++row) {
+                    for (int column = 0; column <= ancho; ++column)
+                        reached(row, column) |= grid(row, column) != 0;
+                }
+            }
+            EXPECT_EQ(std::count(reached.begin(), reached.end(), 1), alto * ancho);
+            EXPECT_FALSE(reached(alto, 0) || reached(0, ancho));
+        }
+    }
+}
+
+TEST(Terrain, NormalisingSpansFromZero)
+{
+    HeightGrid grid(2, 4);
+    grid(0, 0) = -100;
+    grid(0, 2) = 300;
+    grid(1, 1) = 9999; // a spare cell takes no part
+    normalizarAlturas(grid, 1, 254);
+    EXPECT_EQ(grid(0, 0), 0);
+    EXPECT_EQ(grid(0, 1), 63);
+    EXPECT_TRUE(grid(0, 2) == 252 || grid(0, 2) == 253);
+    EXPECT_EQ(grid(1, 1), 9999);
+    HeightGrid high(2, 3);
+    high(0, 0) = 100;
+    high(0, 1) = 200;
+    normalizarAlturas(high, 1, 254);
+    EXPECT_EQ(high(0, 0), 126) << "scaled from 0, not from the lowest";
+    HeightGrid flat(3, 3);
+    normalizarAlturas(flat, 1, 254);
+    EXPECT_EQ(flat, HeightGrid(3, 3));
+}
+
+TEST_F(GenerationTest, SettlementsTakeWhatThePaletteAndGrammarGive)
+{
+    const TempAppFolder own;
+    own.write(u"gramaticas/Nombres de lugares.txt"_s, "[a]\r\nVega; \r\n");
+    WorldMap map = emptyMap(150, 150);
+    map.mapaTiles = platform::Grid<QString>(150, 150, u"T1"_s);
+    map.mapaPines = platform::Grid<QString>(150, 150);
+    Palette one(pinesKind());
+    colocarPoblados(map, one);
+    const auto count = [&] {
+        return std::count_if(map.mapaPines.begin(), map.mapaPines.end(),
+                             [](const QString& place) { return !place.isEmpty(); });
+    };
+    EXPECT_EQ(count(), 0) << "no pins, no settlements";
+    one.items.add(u"Sin imagen"_s, {});
+    one.items.add(u"Aldea"_s, {}).setIcon(1);
+    platform::randomSource().seed(4);
+    while (count() < 12) {
+        std::fill(map.mapaPines.begin(), map.mapaPines.end(), QString());
+        colocarPoblados(map, one);
+    }
+    QStringList found;
+    for (const QString& place : map.mapaPines) {
+        if (!place.isEmpty())
+            found.append(place);
+    }
+    EXPECT_TRUE(found.contains(u"Aldea;Vega,;"_s)) << found.join(u' ').toStdString();
+    EXPECT_TRUE(found.contains(u"Aldea;Vega, 2;"_s)) << "a name that is taken gets a numeral";
+    EXPECT_EQ(QSet<QString>(found.begin(), found.end()).size(), found.size());
+    WorldMap sea = emptyMap(5, 5);
+    sea.mapaTiles = platform::Grid<QString>(5, 5, u"M2"_s);
+    sea.mapaPines = platform::Grid<QString>(5, 5);
+    colocarPoblados(sea, one); // ends, with nowhere to go
+    EXPECT_EQ(sea.mapaPines, platform::Grid<QString>(5, 5));
+}
+
+TEST_F(GenerationTest, TheClimateFollowsLatitudeAndTerrain)
+{
+    const TempAppFolder own;
+    Palette plain(tilesKind());
+    plain.items.add(u"a"_s, {}).setSubItem(u"temperatura"_s, u"0"_s);
+    plain.items.add(u"frío"_s, {}).setSubItem(u"temperatura"_s, u"-4.5"_s);
+    plain.items.add(u"raro"_s, {}).setSubItem(u"temperatura"_s, u"tibio"_s);
+    WorldMap map = emptyMap(2, 3);
+    map.mapaTiles = platform::Grid<QString>(2, 3, u"a"_s);
+    map.latNorte = 30;
+    map.latSur = -30;
+    EXPECT_EQ(climateReport(map, plain, u","_s), u"60\r\n30\r\n0 0 0 \r\n750 750 750 \r\n"_s);
+    map.mapaTiles(1, 1) = u"frío"_s; // -4.5 rounds to -4
+    map.latSur = -45;
+    EXPECT_EQ(climateReport(map, plain, u","_s),
+              u"75\r\n37,5\r\n150 150 150 \r\n900 820 900 \r\n"_s);
+    map.mapaTiles(0, 2) = u"raro"_s;
+    const auto report = [&] { climateReport(map, plain, u","_s); };
+    expectError(report, platform::ErrorNumber::NoSuchKey, {u"«raro»"_s, u"X:2 Y:0"_s});
+    map.latSur = map.latNorte;
+    expectError(report, platform::ErrorNumber::BadFormat, {u"latitudes"_s});
+}
+
+TEST_F(GenerationTest, EveryFigureOfTheClimateAgreesWithAReckoningByHand)
+{
+    for (const int alto : {50, 75, 100, 150}) {
+        WorldMap map = emptyMap(alto, 50);
+        platform::randomSource().seed(static_cast<std::uint64_t>(alto));
+        generarMundo(map, pins);
+        const QStringList lines = climateReport(map, tiles, u"."_s).split(u"\r\n"_s);
+        ASSERT_EQ(lines.size(), alto + 3);
+        EXPECT_EQ(lines[0], u"90"_s);
+        EXPECT_EQ(lines[1], QString::number(90.0 / alto, 'g', 7));
+        const auto single = [](double value) {
+            return static_cast<double>(static_cast<float>(value));
+        };
+        const double step = single(90.0 / alto);
+        double latitude = 45;
+        for (int row = 0; row < alto; ++row) {
+            const QStringList figures = lines[row + 2].split(u' ');
+            ASSERT_EQ(figures.size(), 51);
+            for (int column = 0; column < 50; ++column) {
+                const double modifier = std::nearbyint(tiles.items.find(map.mapaTiles(row, column))
+                                                           ->subItem(u"temperatura"_s)
+                                                           .toDouble());
+                const double warmth = single(std::abs(latitude - step) + modifier);
+                ASSERT_EQ(figures[column], QString::number(std::floor(warmth * 100 / 6), 'f', 0))
+                    << row << ',' << column;
+            }
+            latitude = single(latitude - step);
+        }
+    }
+}

@@ -1,0 +1,142 @@
+// Worlds, roads and the climate report, as the map window makes and shows them.
+#include "generation/frmClima.h"
+#include "generation/path_finding.h"
+#include "generation/world_generator.h"
+#include "map_test.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+using MapGenerationTest = MapTest;
+
+TEST_F(MapGenerationTest, AButtonReplacesTheMapByAWorld)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    frmMapa().notasMapa = u"quedan"_s;
+    frmMapa().mapaPines(3, 3) = u"Aldea;Vieja;"_s;
+    frmMapa().mapaCambiado = true;
+    frmMapa().currX = 4;
+    press(ui.tiles);
+    boxes.expect(platform::MsgBox::Answer::No);
+    press(ui.generar);
+    const WorldMap first = frmMapa();
+    EXPECT_EQ(first.accion, NoEditing);
+    EXPECT_TRUE(ui.tiles->isChecked()) << "the button stays, only the mode is gone";
+    EXPECT_EQ(first.notasMapa, u"quedan"_s);
+    EXPECT_EQ(first.mapaTiles.columns(), 50);
+    EXPECT_EQ(first.currX, 0);
+    EXPECT_TRUE(first.mapaCambiado);
+    EXPECT_EQ(frmMapa().window().windowTitle(), first.nombre);
+    EXPECT_FALSE(first.nombre.isEmpty());
+    EXPECT_EQ(frmMapa().lugares.count(),
+              std::count_if(first.mapaPines.begin(), first.mapaPines.end(),
+                            [](const QString& place) { return !place.isEmpty(); }));
+    expectPixelsOfFullRedraw();
+
+    frmMapa().mapaCambiado = false;
+    press(ui.generar);
+    EXPECT_NE(frmMapa().mapaTiles, first.mapaTiles);
+
+    // What can't be generated leaves the map as it was.
+    const WorldMap kept = frmMapa();
+    frmMapa().mapaCambiado = false;
+    const auto expectFailure = [&](const QString& fragment) {
+        boxes.expect();
+        press(ui.generar);
+        EXPECT_TRUE(boxes.asked().back().text.contains(fragment))
+            << boxes.asked().back().text.toStdString();
+        EXPECT_EQ(frmMapa().mapaTiles, kept.mapaTiles);
+        EXPECT_EQ(frmMapa().nombre, kept.nombre);
+        EXPECT_FALSE(frmMapa().mapaCambiado);
+    };
+    app.write(u"gramaticas/Nombres de lugares.txt"_s, "[a]\r\n<b>\r\n");
+    expectFailure(u"«b»"_s);
+    frmMapa().colTiles.remove(u"B2"_s);
+    expectFailure(u"«B2»"_s);
+}
+
+TEST_F(MapGenerationTest, TwoClicksDrawARoad)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    for (QString& tile : frmMapa().mapaTiles)
+        tile = u"T2"_s;
+    frmMapa().renderMapa();
+    frmMapa().scrollMapa();
+    const QImage plain = frmMapa().hdcBuffer.image().copy();
+    const auto expectNoEnds = [] {
+        EXPECT_EQ(frmMapa().inicioX, -1);
+        EXPECT_EQ(frmMapa().inicioY, -1);
+        EXPECT_EQ(frmMapa().finX, -1);
+        EXPECT_EQ(frmMapa().finY, -1);
+    };
+    click(1, 1);
+    click(6, 1, Qt::RightButton);
+    expectNoEnds(); // not in this mode
+    press(ui.caminos);
+    EXPECT_EQ(frmMapa().accion, DrawRoads);
+    click(1, 1);
+    click(3, 5);
+    EXPECT_EQ(QPoint(frmMapa().inicioX, frmMapa().inicioY), QPoint(3, 5));
+    EXPECT_EQ(frmMapa().hdcBuffer.image(), plain);
+    click(8, 5, Qt::RightButton);
+    expectNoEnds();
+    const QImage drawn = frmMapa().hdcBuffer.image().copy();
+    constexpr QRgb brown = qRgb(60, 30, 20);
+    EXPECT_EQ(drawn.pixel(11 * 3 + 7, 14 * 5 + 14), brown) << "an odd column";
+    EXPECT_EQ(drawn.pixel(11 * 8 + 7, 14 * 5 + 7), brown) << "an even column";
+    EXPECT_EQ(drawn.pixel(11 * 1 + 7, 14 * 1 + 14), plain.pixel(11 * 1 + 7, 14 * 1 + 14));
+    EXPECT_EQ(ui.imgMapa->grab().toImage().pixel(11 * 3 + 7, 14 * 5 + 14), brown);
+
+    // The end first, then the start; a cell with itself; ends outside; no way through.
+    click(9, 9, Qt::RightButton);
+    click(9, 9);
+    expectNoEnds();
+    send(QEvent::MouseButtonPress, QPoint(-30, 40), Qt::LeftButton, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, QPoint(-30, 40), Qt::LeftButton, Qt::NoButton);
+    expectNoEnds();
+    for (int y = 0; y < 50; ++y)
+        frmMapa().mapaTiles(y, 20) = u"M1"_s;
+    const QImage before = frmMapa().hdcBuffer.image().copy();
+    click(15, 5);
+    click(25, 5, Qt::RightButton);
+    expectNoEnds();
+    EXPECT_EQ(frmMapa().hdcBuffer.image(), before);
+
+    frmMapa().mapaTiles(5, 2) = u"Lava"_s;
+    click(1, 5);
+    boxes.expect();
+    click(4, 5, Qt::RightButton);
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"«Lava» de la casilla X:2 Y:5"_s));
+    expectNoEnds();
+
+    click(3, 3); // a start marked on a map that is then replaced
+    frmMapa().newMapa();
+    expectNoEnds();
+    EXPECT_NE(frmMapa().hdcBuffer.image().pixel(11 * 3 + 7, 14 * 5 + 14), brown);
+    press(ui.caminos);
+    EXPECT_EQ(frmMapa().accion, NoEditing);
+}
+
+TEST_F(MapGenerationTest, TheClimateReportNeedsLatitudes)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    boxes.expect();
+    press(ui.clima);
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"latitudes"_s));
+    EXPECT_FALSE(frmClima().isVisible());
+    frmMapa().latNorte = 30;
+    frmMapa().latSur = -30;
+    press(ui.clima);
+    EXPECT_TRUE(frmClima().isVisible());
+    EXPECT_EQ(frmClima().window().windowTitle(), u"Form1"_s);
+    const QString text = frmClima().ui().txtClima->toPlainText();
+    EXPECT_TRUE(text.startsWith(u"60\n1.2\n"_s)) << text.left(20).toStdString();
+    EXPECT_EQ(text.count(u'\n'), 52);
+    EXPECT_EQ(QFontInfo(frmClima().ui().txtClima->font()).fixedPitch(), true);
+    frmMapa().mapaTiles(7, 9).clear();
+    boxes.expect();
+    press(ui.clima);
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"X:9 Y:7"_s));
+    EXPECT_EQ(frmClima().ui().txtClima->toPlainText(), text);
+}
