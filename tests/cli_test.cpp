@@ -54,6 +54,10 @@ TEST(Cli, RefusesBadCallsAndBadFilesWithNothingHalfWritten)
     folder.write(u"roto.map"_s, "x\r\n1;1\r\n1;2\r\n\r\nLava;\r\n\r\n");
     folder.write(u"bien.map"_s, "x\r\n1;1\r\n1;2\r\n\r\nM1;\r\n\r\n");
     const QString good = folder.path(u"bien.map"_s);
+    const auto generate = [](const QString& width, const QString& height, const QString& map) {
+        return QStringList{u"generar"_s, u"--ancho"_s, width, u"--alto"_s,
+                           height,       u"--mapa"_s,  map};
+    };
     struct Case {
         QStringList arguments;
         QString fragment;
@@ -72,7 +76,29 @@ TEST(Cli, RefusesBadCallsAndBadFilesWithNothingHalfWritten)
         {{u"dibujar"_s, folder.path(u"roto.map"_s), u"--png"_s, png}, u"línea 5"_s},
         {{u"dibujar"_s, good, u"--png"_s, folder.path(u"no/m.png"_s)}, u"No se puede guardar"_s},
         {{u"dibujar"_s, good, u"--png"_s, folder.path()}, u"carpeta"_s},
-        {{u"dibujar"_s, good, u"--png"_s, good}, u"el lugar del mapa"_s}};
+        {{u"dibujar"_s, good, u"--png"_s, good}, u"el lugar del mapa"_s},
+        {{u"dibujar"_s, good, u"--png"_s, png, u"--escala"_s, u"0"_s}, u"1 a 16"_s},
+        {{u"generar"_s, u"--ancho"_s, u"5"_s, u"--alto"_s, u"5"_s}, u"--mapa"_s},
+        {generate(u"1"_s, u"5"_s, png), u"2 a 1000"_s},
+        {generate(u"5"_s, u"1001"_s, png), u"2 a 1000"_s},
+        {generate(u"5"_s, u"cinco"_s, png), u"«cinco»"_s},
+        {generate(u"5"_s, u"5"_s, png) << u"--semilla"_s << u"-1"_s, u"--semilla"_s},
+        {generate(u"5"_s, u"5"_s, png) << u"--nombre"_s << u"a/b"_s, u"«/»"_s},
+        {generate(u"5"_s, u"5"_s, png) << u"--png"_s << png, u"el lugar del mapa"_s},
+        {generate(u"5"_s, u"5"_s, png) << u"--png"_s << folder.path(u"no/m.png"_s), u"carpeta"_s},
+        {generate(u"5"_s, u"5"_s, folder.path(u"no/m.map"_s)) << u"--png"_s << png, u"carpeta"_s},
+        {generate(u"5"_s, u"5"_s, png) << u"x"_s, u"sobra"_s},
+        {{u"ruta"_s, good, u"--desde"_s, u"0,0"_s}, u"--hasta"_s},
+        {{u"ruta"_s, good, u"--desde"_s, u"0,0"_s, u"--hasta"_s, u"1,0"_s}, u"fuera del mapa"_s},
+        {{u"ruta"_s, good, u"--desde"_s, u"-1,0"_s, u"--hasta"_s, u"0,0"_s}, u"fuera del mapa"_s},
+        {{u"ruta"_s, good, u"--desde"_s, u"0;0"_s, u"--hasta"_s, u"0,0"_s}, u"«0;0»"_s},
+        {{u"clima"_s}, u"falta el mapa"_s},
+        {{u"clima"_s, folder.path(u"roto.map"_s)}, u"línea 5"_s},
+        {{u"nombres"_s}, u"falta"_s},
+        {{u"nombres"_s, u"0"_s}, u"«0»"_s},
+        {{u"nombres"_s, u"2"_s, u"--gramatica"_s, u"no hay"_s}, u"«no hay»"_s},
+        {{u"nombres"_s, u"2"_s, u"--gramatica"_s, good}, u"regla"_s},
+        {{u"validar"_s, good, u"no hay"_s}, u"«no hay»"_s}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.arguments.join(u' ').toStdString());
         const Result result = run(c.arguments);
@@ -81,6 +107,76 @@ TEST(Cli, RefusesBadCallsAndBadFilesWithNothingHalfWritten)
         EXPECT_TRUE(result.out.isEmpty());
     }
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
+}
+
+TEST(Cli, GeneratesOneWorldFromOneSeed)
+{
+    const TempAppFolder folder;
+    const auto generate = [&](const QString& name, const QStringList& more) {
+        return run(QStringList{u"generar"_s, u"--ancho"_s, u"60"_s, u"--alto"_s, u"40"_s,
+                               u"--mapa"_s, folder.path(name)} +
+                   more);
+    };
+    const Result first = generate(u"a.map"_s, {u"--semilla"_s, u"77"_s, u"--png"_s,
+                                               folder.path(u"a.png"_s), u"--escala"_s, u"2"_s});
+    EXPECT_EQ(first.status, 0) << first.err.toStdString();
+    EXPECT_EQ(QImage(folder.path(u"a.png"_s)).size(), QSize(1320, 1134));
+    EXPECT_TRUE(first.out.contains(u"1320 × 1134"_s)) << first.out.toStdString();
+    EXPECT_EQ(generate(u"b.map"_s, {u"--semilla"_s, u"77"_s}).status, 0);
+    EXPECT_EQ(folder.read(u"a.map"_s), folder.read(u"b.map"_s));
+    EXPECT_EQ(generate(u"c.map"_s, {}).status, 0);
+    EXPECT_NE(folder.read(u"a.map"_s), folder.read(u"c.map"_s));
+    EXPECT_EQ(generate(u"d.map"_s, {u"--nombre"_s, u"Ñandú"_s}).status, 0);
+    EXPECT_TRUE(folder.read(u"d.map"_s)
+                    .startsWith("\xD1"
+                                "and\xFA\r\n40;60\r\n45;-45\r\n\r\n"));
+    EXPECT_EQ(run({u"validar"_s, folder.path(u"a.map"_s), folder.path(u"d.map"_s)}).status, 0);
+}
+
+TEST(Cli, AnswersFromAMap)
+{
+    const TempAppFolder folder;
+    folder.write(u"m.map"_s, "Vado\r\n2;5\r\n30;-30\r\n\r\n"
+                             "T2;T2;M1;T2;T2;T2;T2;T1;T2;T2;\r\n\r\n");
+    const QString map = folder.path(u"m.map"_s);
+    const QString png = folder.path(u"m.png"_s);
+    const Result route =
+        run({u"ruta"_s, map, u"--desde"_s, u"0,0"_s, u"--hasta"_s, u"4,0"_s, u"--png"_s, png});
+    EXPECT_EQ(route.status, 0) << route.err.toStdString();
+    EXPECT_EQ(route.out.section(u'\n', 0, 0), u"0;4|0;3|1;2|0;1|0;0"_s);
+    EXPECT_TRUE(route.out.contains(u"\nCasillas: 5\nCosto: "_s)) << route.out.toStdString();
+    EXPECT_EQ(QImage(png).pixel(7 + 44, 7), qRgb(60, 30, 20));
+    const Result none = run({u"ruta"_s, map, u"--desde"_s, u"0,0"_s, u"--hasta"_s, u"2,0"_s,
+                             u"--png"_s, folder.path(u"no.png"_s)});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.out, u"No encontrado\n"_s);
+    EXPECT_FALSE(QFile::exists(folder.path(u"no.png"_s)));
+
+    const Result climate = run({u"clima"_s, map});
+    EXPECT_EQ(climate.status, 0);
+    EXPECT_EQ(climate.out.section(u'\n', 0, 1), u"60\n30"_s);
+    EXPECT_EQ(climate.out.count(u'\n'), 4);
+
+    folder.write(u"g.txt"_s, "[a]\r\nCa\xF1"
+                             "ada\r\n");
+    const Result names = run({u"nombres"_s, u"3"_s, u"--gramatica"_s, folder.path(u"g.txt"_s)});
+    EXPECT_EQ(names.out, u"Cañada\nCañada\nCañada\n"_s);
+    EXPECT_EQ(run({u"nombres"_s, u"7"_s}).out.count(u'\n'), 7);
+}
+
+TEST(Cli, TellsOfEveryFaultInMaps)
+{
+    const TempAppFolder folder;
+    folder.write(u"malo.map"_s, "x\r\n2;2\r\nnorte;5\r\n\r\nM1;Lava;Lava;M2;\r\n"
+                                "9;9;Aldea;Lejos;|0;0;Nave;Cerca;|1;1;Aldea;Bien;|\r\n");
+    const Result result = run({u"validar"_s, folder.path(u"malo.map"_s)});
+    EXPECT_EQ(result.status, 1);
+    for (const QString& fragment : {u"línea 3"_s, u"«Lava» de la casilla X:1 Y:0"_s, u"«9;9;"_s,
+                                    u"«Nave»"_s, u"Faltas: 4."_s})
+        EXPECT_TRUE(result.out.contains(fragment)) << result.out.toStdString();
+    EXPECT_FALSE(result.out.contains(u"Bien"_s));
+    const Result shipped = run({u"validar"_s});
+    EXPECT_EQ(shipped.status, 0) << shipped.out.toStdString();
 }
 
 TEST(Cli, ExplainsItself)

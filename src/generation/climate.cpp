@@ -1,8 +1,8 @@
 #include "generation/climate.h"
 
 #include "platform/core/error.h"
+#include "worldmap/name_cache.h"
 
-#include <QHash>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -12,12 +12,9 @@ using platform::ErrorNumber;
 
 namespace {
 
-int temperatureOf(const WorldMap& map, int row, int column, const Palette& tiles)
+Error withoutTemperature(const QString& tile, int row, int column)
 {
-    const QString& tile = map.mapaTiles(row, column);
-    if (const std::optional<int> modifier = numberField(tiles, tile, u"temperatura"_s))
-        return *modifier;
-    throw Error(
+    return Error(
         ErrorNumber::NoSuchKey,
         u"El tile «%1» de la casilla X:%2 Y:%3 no tiene un modificador de temperatura."_s.arg(
             tile, QString::number(column), QString::number(row)));
@@ -39,12 +36,19 @@ QString climateReport(const WorldMap& map, const Palette& tiles, const QString& 
     QString text = QString::number(span) + lineEnd;
     text += QString::number(static_cast<double>(step), 'g', 7).replace(u'.', decimalPoint);
     text += lineEnd;
+    NameCache<std::optional<int>> modifiers;
+    const auto lookUp = [&](const QString& tile) {
+        return numberField(tiles, tile, u"temperatura"_s);
+    };
     auto latitude = static_cast<float>(map.latNorte);
     for (int row = 0; row < map.alto; ++row) {
         const double distance = std::fabs(static_cast<double>(latitude) - step);
         for (int column = 0; column < map.ancho; ++column) {
-            const auto warmth =
-                static_cast<float>(distance + temperatureOf(map, row, column, tiles));
+            const QString& tile = map.mapaTiles(row, column);
+            const std::optional<int> modifier = modifiers.find(tile, lookUp);
+            if (!modifier)
+                throw withoutTemperature(tile, row, column);
+            const auto warmth = static_cast<float>(distance + *modifier);
             const auto figure =
                 static_cast<float>(std::floor(static_cast<double>(warmth) * 100 / (span / 15.0)));
             text += QString::number(static_cast<qint64>(figure)) + u' ';

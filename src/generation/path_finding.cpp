@@ -2,12 +2,15 @@
 
 #include "platform/core/error.h"
 #include "worldmap/hex_geometry.h"
+#include "worldmap/name_cache.h"
 
-#include <QHash>
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <queue>
+#include <limits>
+#include <map>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -18,41 +21,123 @@ namespace {
 /// A node whose cost and estimate together reach this is never chosen.
 constexpr std::int64_t outOfReach = 100'000;
 
-/// What the search knows of one cell. The cell's position is its key.
+using Index = std::uint32_t;
+
+int distance(QPoint a, QPoint b)
+{
+    const double dx = b.x() - a.x();
+    const double dy = b.y() - a.y();
+    return static_cast<int>(std::sqrt(dx * dx + dy * dy));
+}
+
+/// What the search knows of one cell.
 struct clsNodo {
-    std::int64_t G = 0; ///< cost of the way from the start
-    int H = 0;          ///< estimated rest
-    int cost = 0;       ///< of entering the cell, looked up when the search first comes to it
-    std::int16_t PadreX = -1;
-    std::int16_t PadreY = -1;
-    std::uint32_t order = 0; ///< when it was added to the open list
-    enum : std::uint8_t { Unknown, Open, Closed } state = Unknown;
+    std::int64_t G = closed; ///< cost of the way from the start, or one of the marks below
+    int cost = 0;            ///< of entering the cell
+    int H = 0;               ///< estimated rest
+    Index padre = 0;         ///< the cell it was reached from; 0 for the start
+    Index order = 0;         ///< when it was added to the open list
+
+    // In G, so that one comparison tells whether a way to the cell is worth a look: none is cheaper
+    // than a closed node, which a cell that can't be entered is from the beginning, and every one
+    // is cheaper than none at all.
+    static constexpr std::int64_t closed = std::numeric_limits<std::int64_t>::min();
+    static constexpr std::int64_t unknown = std::numeric_limits<std::int64_t>::max();
+    /// In cost: the tile has none.
+    static constexpr int noCost = std::numeric_limits<int>::max();
 };
 
-/// The open list: gives back the cell with the lowest G + H, of equal ones the one added first. A
+/// A node in the open list, as one number by which nodes of equal sums are chosen: its order, then
+/// the index of its cell.
+using Entry = std::uint64_t;
+
+constexpr Entry entryOf(Index order, Index index)
+{
+    return Entry{order} << 32 | index;
+}
+
+/// The entries of nodes of one sum, lowest first.
+class Bucket
+{
+public:
+    bool isEmpty() const { return next_ == entries_.size(); }
+    bool hasRoom() const { return entries_.capacity() > 0; }
+    Entry pop() { return entries_[next_++]; }
+    /// Most nodes come in their order; one that was improved has its place among them.
+    void push(Entry entry)
+    {
+        auto place = entries_.end();
+        if (!isEmpty() && entry < entries_.back())
+            place = std::upper_bound(entries_.begin() + static_cast<std::ptrdiff_t>(next_),
+                                     entries_.end(), entry);
+        entries_.insert(place, entry);
+    }
+    void clear()
+    {
+        entries_.clear();
+        next_ = 0;
+    }
+
+private:
+    std::vector<Entry> entries_;
+    std::size_t next_ = 0;
+};
+
+/// The open list: gives back the node with the lowest G + H, of equal ones the one added first. A
 /// node that is improved is pushed again under its old order; the entry it leaves behind comes up
 /// after it is closed.
 class OpenList
 {
 public:
-    void push(std::int64_t sum, std::uint32_t order)
+    void push(std::int64_t sum, Entry entry) { bucketOf(sum).push(entry); }
+
+    /// Nothing when the list is empty.
+    std::optional<Entry> pop()
     {
-        queue_.push(static_cast<std::uint64_t>(sum + sumBias) << orderBits | order);
-    }
-    bool isEmpty() const { return queue_.empty(); }
-    std::uint32_t popOrder()
-    {
-        constexpr std::uint64_t orderMask = (std::uint64_t{1} << orderBits) - 1;
-        const std::uint64_t lowest = queue_.top();
-        queue_.pop();
-        return static_cast<std::uint32_t>(lowest & orderMask);
+        if (!belowZero_.empty()) {
+            const auto lowest = belowZero_.begin();
+            const Entry entry = lowest->second.pop();
+            if (lowest->second.isEmpty())
+                belowZero_.erase(lowest);
+            return entry;
+        }
+        while (lowest_ < buckets_.size() && buckets_[lowest_].isEmpty())
+            retire(buckets_[lowest_++]);
+        if (lowest_ == buckets_.size())
+            return std::nullopt;
+        return buckets_[lowest_].pop();
     }
 
 private:
-    // Sum and order in one number, compared in one step. Sums can be below 0.
-    static constexpr int orderBits = 28;
-    static constexpr std::int64_t sumBias = std::int64_t{1} << (63 - orderBits);
-    std::priority_queue<std::uint64_t, std::vector<std::uint64_t>, std::greater<>> queue_;
+    Bucket& bucketOf(std::int64_t sum)
+    {
+        if (sum < 0)
+            return belowZero_[sum];
+        const auto index = static_cast<std::size_t>(sum);
+        if (index >= buckets_.size())
+            buckets_.resize(index + 1);
+        lowest_ = std::min(lowest_, index);
+        Bucket& bucket = buckets_[index];
+        if (!bucket.hasRoom() && !spare_.empty()) {
+            bucket = std::move(spare_.back());
+            spare_.pop_back();
+        }
+        return bucket;
+    }
+
+    /// Keeps an empty bucket's room in memory for another: few of them are in use at a time.
+    void retire(Bucket& bucket)
+    {
+        if (!bucket.hasRoom())
+            return;
+        bucket.clear();
+        spare_.push_back(std::exchange(bucket, {}));
+    }
+
+    std::vector<Bucket> buckets_; ///< by sum, which is less than outOfReach
+    std::size_t lowest_ = 0;      ///< no bucket before this holds anything
+    std::vector<Bucket> spare_;
+    std::map<std::int64_t, Bucket> belowZero_; ///< only tiles of negative cost lead here
 };
 
 class Search
@@ -60,27 +145,37 @@ class Search
 public:
     Search(const Grid<QString>& tiles, QPoint end, const Palette& palette)
         : tiles_(tiles),
-          nodes_(tiles.rows(), tiles.columns()),
-          end_(end),
-          palette_(palette)
+          stride_(static_cast<Index>(tiles.columns()) + 2),
+          nodes_(std::size_t{stride_} * (static_cast<std::size_t>(tiles.rows()) + 2)),
+          end_(end)
     {
+        NameCache<int> costs;
+        const auto lookUp = [&](const QString& tile) {
+            return PathFinding::TileCost(palette, tile).value_or(clsNodo::noCost);
+        };
+        for (int row = 0; row < tiles.rows(); ++row) {
+            for (int column = 0; column < tiles.columns(); ++column) {
+                clsNodo& node = nodes_[indexOf({column, row})];
+                node.cost = costs.find(tiles(row, column), lookUp);
+                if (node.cost != PathFinding::impassable)
+                    node.G = clsNodo::unknown;
+            }
+        }
     }
 
     /// Closes nodes from the start on until the end is among them. Returns whether it is.
     bool reachFrom(QPoint start)
     {
-        add(start, {-1, -1}, 0);
-        while (!open_.isEmpty()) {
-            const QPoint cell = added_[open_.popOrder()];
-            clsNodo& node = nodes_(cell.y(), cell.x());
-            if (node.state == clsNodo::Closed)
+        add(indexOf(start), start, 0, 0);
+        while (const std::optional<Entry> entry = open_.pop()) {
+            const auto index = static_cast<Index>(*entry);
+            const QPoint cell = cellOf(index);
+            clsNodo& node = nodes_[index];
+            const std::int64_t costSoFar = std::exchange(node.G, clsNodo::closed);
+            if (costSoFar == clsNodo::closed)
                 continue;
-            node.state = clsNodo::Closed;
-            for (const QPoint offset : hex::neighbours(cell.x())) {
-                const QPoint next = cell + offset;
-                if (nodes_.contains(next.y(), next.x()))
-                    visit(next, cell, node.G);
-            }
+            for (const QPoint offset : hex::neighbours(cell.x()))
+                visit(cell + offset, index, costSoFar);
             if (cell == end_)
                 return true;
         }
@@ -91,92 +186,83 @@ public:
     QString route() const
     {
         QString text;
-        for (QPoint cell = end_; cell.x() >= 0;) {
+        for (Index index = indexOf(end_); index != 0; index = nodes_[index].padre) {
             if (!text.isEmpty())
                 text += u'|';
-            text += QString::number(cell.y()) + u';' + QString::number(cell.x());
-            const clsNodo& node = nodes_(cell.y(), cell.x());
-            cell = {node.PadreX, node.PadreY};
+            text +=
+                QString::number(index / stride_ - 1) + u';' + QString::number(index % stride_ - 1);
         }
         return text;
     }
 
 private:
-    void visit(QPoint cell, QPoint from, std::int64_t costSoFar)
+    /// The nodes lie row by row in a border of closed ones, so that no step leads out of them.
+    Index indexOf(QPoint cell) const
     {
-        clsNodo& node = nodes_(cell.y(), cell.x());
-        if (node.state == clsNodo::Closed)
+        return static_cast<Index>(cell.y() + 1) * stride_ + static_cast<Index>(cell.x() + 1);
+    }
+
+    QPoint cellOf(Index index) const
+    {
+        return {static_cast<int>(index % stride_) - 1, static_cast<int>(index / stride_) - 1};
+    }
+
+    void visit(QPoint cell, Index from, std::int64_t costBefore)
+    {
+        const Index index = indexOf(cell);
+        clsNodo& node = nodes_[index];
+        const std::int64_t cost = costBefore + node.cost;
+        if (cost >= node.G)
             return;
-        if (node.state == clsNodo::Unknown) {
-            node.cost = costOf(cell);
-            if (node.cost == PathFinding::impassable)
-                node.state = clsNodo::Closed; // nor can any other way enter it
-            else
-                add(cell, from, costSoFar + node.cost);
-        } else if (costSoFar + node.cost < node.G) {
-            node.G = costSoFar + node.cost;
-            setParent(node, from);
-            push(node);
+        if (node.G == clsNodo::unknown) {
+            if (node.cost == clsNodo::noCost)
+                throw withoutCost(cell);
+            add(index, cell, from, cost);
+            return;
         }
+        node.G = cost;
+        node.padre = from;
+        push(index);
     }
 
-    void add(QPoint cell, QPoint from, std::int64_t costSoFar)
+    void add(Index index, QPoint cell, Index from, std::int64_t cost)
     {
-        clsNodo& node = nodes_(cell.y(), cell.x());
-        node.G = costSoFar;
-        node.H = PathFinding::Heuristic(cell.x(), cell.y(), end_.x(), end_.y());
-        node.order = static_cast<std::uint32_t>(added_.size());
-        node.state = clsNodo::Open;
-        setParent(node, from);
-        added_.push_back(cell);
-        push(node);
+        clsNodo& node = nodes_[index];
+        node.G = cost;
+        node.H = distance(cell, end_);
+        node.padre = from;
+        node.order = added_++;
+        push(index);
     }
 
-    void push(const clsNodo& node)
+    void push(Index index)
     {
+        const clsNodo& node = nodes_[index];
         if (node.G + node.H < outOfReach)
-            open_.push(node.G + node.H, node.order);
+            open_.push(node.G + node.H, entryOf(node.order, index));
     }
 
-    static void setParent(clsNodo& node, QPoint from)
+    platform::Error withoutCost(QPoint cell) const
     {
-        node.PadreX = static_cast<std::int16_t>(from.x());
-        node.PadreY = static_cast<std::int16_t>(from.y());
-    }
-
-    int costOf(QPoint cell)
-    {
-        // Most cells of one tile share one text in memory, and its address is much faster to look
-        // up than the text.
-        const QString& tile = tiles_(cell.y(), cell.x());
-        const auto known = costs_.constFind(tile.constData());
-        if (known != costs_.constEnd())
-            return *known;
-        const std::optional<int> cost = PathFinding::TileCost(palette_, tile);
-        if (!cost)
-            throw platform::Error(
-                platform::ErrorNumber::NoSuchKey,
-                u"El tile «%1» de la casilla X:%2 Y:%3 no tiene un costo de travesía."_s.arg(
-                    tile, QString::number(cell.x()), QString::number(cell.y())));
-        return *costs_.insert(tile.constData(), *cost);
+        return platform::Error(
+            platform::ErrorNumber::NoSuchKey,
+            u"El tile «%1» de la casilla X:%2 Y:%3 no tiene un costo de travesía."_s.arg(
+                tiles_(cell.y(), cell.x()), QString::number(cell.x()), QString::number(cell.y())));
     }
 
     const Grid<QString>& tiles_;
-    Grid<clsNodo> nodes_;
-    std::vector<QPoint> added_; ///< by order
+    Index stride_;
+    std::vector<clsNodo> nodes_;
+    Index added_ = 0; ///< nodes put into the open list so far
     OpenList open_;
     QPoint end_;
-    const Palette& palette_;
-    QHash<const QChar*, int> costs_;
 };
 
 } // namespace
 
 int PathFinding::Heuristic(int x1, int y1, int x2, int y2)
 {
-    const double dx = x2 - x1;
-    const double dy = y2 - y1;
-    return static_cast<int>(std::sqrt(dx * dx + dy * dy));
+    return distance({x1, y1}, {x2, y2});
 }
 
 std::optional<int> PathFinding::TileCost(const Palette& palette, const QString& tileName)

@@ -2,10 +2,7 @@
 
 #include "platform/core/error.h"
 #include "worldmap/hex_geometry.h"
-
-#include <array>
-#include <cstddef>
-#include <cstdint>
+#include "worldmap/name_cache.h"
 
 using namespace Qt::StringLiterals;
 
@@ -35,39 +32,9 @@ void drawPicture(MemoryDC& dc, QPoint origin, const MemoryDC& picture, const Mem
                   platform::RasterOp::SRCCOPY);
 }
 
-/// Finds the pictures of a map's tiles while nothing changes the map. Looking a name up costs as
-/// much as drawing it; but most cells of one tile share one text in memory, by whose address the
-/// last finds are remembered.
-class TileFinder
-{
-public:
-    struct Found {
-        const MemoryDC* picture;
-        const MemoryDC* mask;
-    };
-
-    explicit TileFinder(const MapPictures& pictures) : pictures_(pictures) {}
-
-    const Found& find(const QString& tile)
-    {
-        const QChar* const text = tile.constData();
-        Entry& entry = recent_[reinterpret_cast<std::uintptr_t>(text) / alignof(std::max_align_t) %
-                               recent_.size()];
-        if (entry.text != text)
-            entry = {text,
-                     {pictureOf(pictures_.colTiles, tile).get(),
-                      pictureOf(pictures_.colMascarasTiles, tile).get()}};
-        return entry.found;
-    }
-
-private:
-    struct Entry {
-        const QChar* text = nullptr;
-        Found found{};
-    };
-
-    const MapPictures& pictures_;
-    std::array<Entry, 64> recent_;
+struct TilePictures {
+    const MemoryDC* picture;
+    const MemoryDC* mask;
 };
 
 } // namespace
@@ -122,11 +89,15 @@ void MapCanvas::redrawCell(const WorldMap& map, int x, int y)
 
 void MapCanvas::renderMapa(const WorldMap& map)
 {
-    TileFinder tiles(*this);
+    NameCache<TilePictures> tiles;
+    const auto lookUp = [this](const QString& tile) {
+        return TilePictures{pictureOf(colTiles, tile).get(),
+                            pictureOf(colMascarasTiles, tile).get()};
+    };
     for (int y = 0; y < map.alto; ++y) {
         for (int x = 0; x < map.ancho; ++x) {
             if (const QString& tile = map.mapaTiles(y, x); !tile.isEmpty()) {
-                const TileFinder::Found& found = tiles.find(tile);
+                const TilePictures& found = tiles.find(tile, lookUp);
                 drawPicture(hdcBuffer, hex::cellOrigin(x, y), *found.picture, found.mask);
             }
             if (const QString& place = map.mapaPines(y, x); !place.isEmpty()) {

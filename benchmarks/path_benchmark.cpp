@@ -1,0 +1,213 @@
+// A road from corner to corner of 150 × 150 cells of random costs with walls, against a search that
+// scans its lists and against the A* of the Boost Graph Library on a graph that is there already.
+#include "generation/path_finding.h"
+#include "ratios.h"
+#include "worldmap/hex_geometry.h"
+
+#include <array>
+#include <benchmark/benchmark.h>
+#include <boost/graph/astar_search.hpp>
+#include <boost/graph/compressed_sparse_row_graph.hpp>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int side = 150;
+
+/// A square map of tiles named by their costs, one cell in eight a wall, corners free.
+struct Land {
+    explicit Land(int length) : costs(length, length), tiles(length, length)
+    {
+        constexpr std::array kinds{2, 3, 4, 6, 9, 14, 20, PathFinding::impassable};
+        std::array<QString, kinds.size()> names;
+        for (std::size_t i = 0; i < kinds.size(); ++i) {
+            names[i] = QString::number(kinds[i]);
+            palette.items.add(names[i], names[i]).setSubItem(u"costo"_s, names[i]);
+        }
+        std::mt19937 engine(5);
+        for (int row = 0; row < length; ++row) {
+            for (int column = 0; column < length; ++column) {
+                const bool corner = row == column && (row == 0 || row == length - 1);
+                const std::size_t kind = corner ? 0 : engine() % kinds.size();
+                costs(row, column) = kinds[kind];
+                tiles(row, column) = names[kind];
+            }
+        }
+    }
+
+    QString route() const
+    {
+        const int last = tiles.rows() - 1;
+        return PathFinding::FindPath(tiles, 0, 0, last, last, palette);
+    }
+
+    platform::Grid<int> costs;
+    platform::Grid<QString> tiles;
+    Palette palette{tilesKind()};
+};
+
+const Land& land()
+{
+    static const Land instance(side);
+    return instance;
+}
+
+int costOfRoute(const Land& map, const QString& route)
+{
+    const std::vector<QPoint> cells = PathFinding::routeCells(route);
+    int sum = 0;
+    for (std::size_t i = 0; i + 1 < cells.size(); ++i)
+        sum += map.costs(cells[i].y(), cells[i].x());
+    return sum;
+}
+
+void FindPath(benchmark::State& state)
+{
+    for ([[maybe_unused]] const auto iteration : state)
+        benchmark::DoNotOptimize(land().route());
+}
+
+void FindPathGrowth(benchmark::State& state)
+{
+    const Land map(static_cast<int>(state.range(0)));
+    for ([[maybe_unused]] const auto iteration : state)
+        benchmark::DoNotOptimize(map.route());
+}
+
+struct ScanNode {
+    int x, y, fromX, fromY, g, h;
+};
+
+ScanNode* nodeAt(std::vector<ScanNode>& nodes, int x, int y)
+{
+    for (ScanNode& node : nodes) {
+        if (node.x == x && node.y == y)
+            return &node;
+    }
+    return nullptr;
+}
+
+/// The same search with both lists looked through from their beginnings. Returns the cost.
+int scanLists(const platform::Grid<int>& costs)
+{
+    const int last = costs.rows() - 1;
+    std::vector<ScanNode> open{{0, 0, -1, -1, 0, PathFinding::Heuristic(0, 0, last, last)}};
+    std::vector<ScanNode> closed;
+    while (!open.empty()) {
+        auto best = open.begin();
+        for (auto node = open.begin(); node != open.end(); ++node) {
+            if (node->g + node->h < best->g + best->h)
+                best = node;
+        }
+        const ScanNode current = *best;
+        open.erase(best);
+        closed.push_back(current);
+        for (const QPoint offset : hex::neighbours(current.x)) {
+            const int x = current.x + offset.x();
+            const int y = current.y + offset.y();
+            if (!costs.contains(y, x) || costs(y, x) == PathFinding::impassable ||
+                nodeAt(closed, x, y))
+                continue;
+            const int g = current.g + costs(y, x);
+            ScanNode* const known = nodeAt(open, x, y);
+            if (!known) {
+                open.push_back(
+                    {x, y, current.x, current.y, g, PathFinding::Heuristic(x, y, last, last)});
+            } else if (known->g > g) {
+                known->g = g;
+                known->fromX = current.x;
+                known->fromY = current.y;
+            }
+        }
+        if (current.x == last && current.y == last)
+            return current.g;
+    }
+    return -1;
+}
+
+void FindPathScanningLists(benchmark::State& state)
+{
+    int cost = 0;
+    for ([[maybe_unused]] const auto iteration : state)
+        cost = scanLists(land().costs);
+    if (cost != costOfRoute(land(), land().route()))
+        state.SkipWithError("the scanning search finds another cost");
+}
+
+struct Edge {
+    int cost;
+};
+using Graph = boost::compressed_sparse_row_graph<boost::directedS, boost::no_property, Edge>;
+
+Graph makeGraph(const platform::Grid<int>& costs)
+{
+    std::vector<std::pair<int, int>> edges;
+    std::vector<Edge> weights;
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            for (const QPoint offset : hex::neighbours(x)) {
+                const int column = x + offset.x();
+                const int row = y + offset.y();
+                if (!costs.contains(row, column) || costs(row, column) == PathFinding::impassable)
+                    continue;
+                edges.emplace_back(y * side + x, row * side + column);
+                weights.push_back({costs(row, column)});
+            }
+        }
+    }
+    return {boost::edges_are_unsorted_multi_pass, edges.begin(), edges.end(), weights.begin(),
+            side * side};
+}
+
+struct Estimate : boost::astar_heuristic<Graph, int> {
+    int operator()(std::size_t vertex) const
+    {
+        const int cell = static_cast<int>(vertex);
+        return PathFinding::Heuristic(cell % side, cell / side, side - 1, side - 1);
+    }
+};
+
+struct GoalReached {
+};
+
+struct StopAtGoal : boost::default_astar_visitor {
+    void examine_vertex(std::size_t vertex, const Graph& /*graph*/) const
+    {
+        if (vertex == side * side - 1)
+            throw GoalReached{};
+    }
+};
+
+void FindPathWithBoost(benchmark::State& state)
+{
+    const Graph graph = makeGraph(land().costs);
+    std::vector<int> distances(side * side);
+    std::vector<std::size_t> parents(side * side);
+    const auto vertices = get(boost::vertex_index, graph);
+    for ([[maybe_unused]] const auto iteration : state) {
+        try {
+            astar_search(graph, 0, Estimate{},
+                         boost::weight_map(get(&Edge::cost, graph))
+                             .distance_map(make_iterator_property_map(distances.begin(), vertices))
+                             .predecessor_map(make_iterator_property_map(parents.begin(), vertices))
+                             .visitor(StopAtGoal{}));
+        } catch (const GoalReached&) {
+            benchmark::ClobberMemory();
+        }
+    }
+    if (distances.back() != costOfRoute(land(), land().route()))
+        state.SkipWithError("the other search finds another cost");
+}
+
+BENCHMARK(FindPath)->Unit(benchmark::kMillisecond)->Repetitions(9);
+BENCHMARK(FindPathWithBoost)->Unit(benchmark::kMillisecond)->Repetitions(9);
+BENCHMARK(FindPathScanningLists)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(3);
+BENCHMARK(FindPathGrowth)->Unit(benchmark::kMillisecond)->Arg(125)->Arg(250)->Arg(500)->Arg(1000);
+
+[[maybe_unused]] const bool ratiosAdded =
+    addRatio({"FindPath", "FindPathScanningLists", 1.0 / 150}) &&
+    addRatio({"FindPath", "FindPathWithBoost", 1.0 / 3});
+
+} // namespace
