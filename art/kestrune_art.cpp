@@ -26,12 +26,15 @@ struct PictureSet {
     const char* source;
     const char* target;
     const char* palette;
-    bool withMasks; ///< also write NAME_m.gif: white where the picture is transparent, else black
+    bool withMasks; ///< also write NAME_m.gif for every picture with transparent pixels: white
+                    ///< where the picture is transparent, else black
 };
 
 constexpr std::array pictureSets{
     PictureSet{"art/tiles", "data/ini/pics/tiles", "art/palettes/tiles.txt", false},
     PictureSet{"art/pines", "data/ini/pics/pines", "art/palettes/pines.txt", true},
+    PictureSet{"art/tilesLocales", "data/ini/pics/tilesLocales", "art/palettes/tilesLocales.txt",
+               true},
     PictureSet{"art/armas", "data/ini/pics/armas", "art/palettes/items.txt", false},
     PictureSet{"art/armaduras", "data/ini/pics/armaduras", "art/palettes/items.txt", false},
     PictureSet{"art/equipo", "data/ini/pics/equipo", "art/palettes/items.txt", false},
@@ -195,7 +198,7 @@ std::map<fs::path, std::string> buildAll(const fs::path& root)
             const IndexedPicture picture = readPix(entry.path(), palette);
             const std::string name = entry.path().stem().string();
             files[fs::path(set.target) / (name + ".gif")] = encodeGif(picture);
-            if (set.withMasks)
+            if (set.withMasks && picture.transparent)
                 files[fs::path(set.target) / (name + "_m.gif")] = encodeGif(maskOf(picture));
         }
     }

@@ -6,6 +6,7 @@
 #include "platform/gdi/picture.h"
 
 #include <QFileInfo>
+#include <QHash>
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +25,18 @@ QString pathOf(const CatalogueKind& kind)
     return platform::inAppFolder(u"ini\\"_s + kind.file);
 }
 
-void loadRecord(Catalogue& catalogue, const QString& line)
+/// Pictures by their path: many records share one.
+using LoadedPictures = QHash<QString, QImage>;
+
+QImage pictureAt(const QString& image, LoadedPictures& loaded)
+{
+    QImage& picture = loaded[image];
+    if (picture.isNull())
+        picture = platform::loadPicture(platform::inAppFolder(image));
+    return picture;
+}
+
+void loadRecord(Catalogue& catalogue, const QString& line, LoadedPictures& loaded)
 {
     const CatalogueKind& kind = catalogue.kind;
     const QStringList fields = line.split(separator);
@@ -43,19 +55,23 @@ void loadRecord(Catalogue& catalogue, const QString& line)
     const QString key = kind.itemKey(field(0), kind.keyHasType ? field(1) : QString());
     ListItem& item = catalogue.items.add(key, field(0));
     if (const QString& image = field(kind.imageField()); !image.isEmpty())
-        item.setIcon(
-            catalogue.pictures.add(key, platform::loadPicture(platform::inAppFolder(image))));
-    for (std::size_t position = 1; position < kind.fields.size(); ++position)
-        item.setSubItem(kind.fields[position].key, field(position));
+        item.setIcon(catalogue.pictures.add(key, pictureAt(image, loaded)));
+    for (std::size_t position = 1; position < kind.fields.size(); ++position) {
+        const QString& name = kind.fields[position].key;
+        item.setSubItem(name, name == notesField ? platform::notesFromFile(field(position))
+                                                 : field(position));
+    }
 }
 
 QString recordLine(const CatalogueKind& kind, const ListItem& item)
 {
     QString line = item.text();
     for (std::size_t position = 1; position < kind.fields.size(); ++position) {
+        const QString& name = kind.fields[position].key;
         line += separator;
-        if (item.hasSubItem(kind.fields[position].key))
-            line += item.subItem(kind.fields[position].key);
+        if (item.hasSubItem(name))
+            line +=
+                name == notesField ? platform::notesToFile(item.subItem(name)) : item.subItem(name);
     }
     return line;
 }
@@ -76,12 +92,13 @@ void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault)
 {
     catalogue.loadStopped = true;
     const TextFile file = platform::readTextFile(pathOf(catalogue.kind));
+    LoadedPictures loaded;
     for (std::size_t i = 0; i < file.lines.size(); ++i) {
         const QString& line = file.lines[i];
         if (line.isEmpty() || line.startsWith(commentMark))
             continue;
         try {
-            loadRecord(catalogue, line);
+            loadRecord(catalogue, line, loaded);
         } catch (const Error& error) {
             onFault(file.errorAt(i, error.description, error.number));
         }

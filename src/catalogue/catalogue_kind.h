@@ -22,6 +22,9 @@ private:
     std::size_t positionOf(const QString& key) const;
 };
 
+/// The field whose text may have several lines.
+inline const QString notesField = QStringLiteral("notas");
+
 /// The most records that a catalogue file holds.
 inline constexpr int maxCatalogueItems = 32767;
 

@@ -4,6 +4,8 @@
 #include "platform/forms/form.h"
 #include "ui_frmPrinc.h"
 
+#include <array>
+
 /// The catalogue window: the lists of weapons, armours, equipment and spells, which are the
 /// catalogues themselves. Closing it ends the program.
 class FrmPrinc final : public platform::Form<Ui::FrmPrinc>
@@ -27,7 +29,21 @@ protected:
     void Form_Unload() override;
 
 private:
+    /// The controls of one catalogue's page.
+    struct Page {
+        platform::ListView* list;
+        QToolButton* newItem;
+        QToolButton* deleteItem;
+        QToolButton* save;
+    };
+    template <typename Editor>
+    void setUp(Catalogue& catalogue, const Page& page, Editor& (*shared)());
+    void TabStrip_Click(int tab);
+    void deleteSelected(Catalogue& catalogue, platform::ListView& list);
     void save(Catalogue& catalogue);
+
+    std::array<QFrame*, 7> frames_{};
+    int frameActual_ = 0; ///< index of the frame shown
 };
 
 FrmPrinc& frmPrinc();

@@ -15,6 +15,8 @@ using namespace Qt::StringLiterals;
 
 using platform::Error;
 using platform::ErrorNumber;
+using platform::notesFromFile;
+using platform::notesToFile;
 using platform::OnFault;
 using platform::TextFile;
 
@@ -26,8 +28,6 @@ constexpr std::size_t lineCount = 6;
 
 constexpr char16_t fieldSeparator = u';';
 constexpr char16_t placeEnd = u'|';
-// A line break inside notes, which the format has no other way to hold.
-constexpr char16_t lineBreakMark = u'\u00B6';
 
 constexpr qsizetype maxFileNameLength = 120;
 
@@ -35,11 +35,6 @@ constexpr qsizetype maxFileNameLength = 120;
 bool isForbiddenInNames(QChar c)
 {
     return u"\\/:*?\"<>|;"_s.contains(c);
-}
-
-QString notesFromFile(const QString& line)
-{
-    return QString(line).replace(QChar(lineBreakMark), QChar(u'\n'));
 }
 
 /// Runs a step of reading; an Error of it goes to onFault. Returns whether there was none.
@@ -182,15 +177,6 @@ QString storable(const QString& text, const QString& what)
     throw Error(ErrorNumber::BadCharacter, u"%1 no puede formar parte de %2"_s.arg(name, what));
 }
 
-/// Notes as the file holds them, on one line.
-QString notesToFile(const QString& notes)
-{
-    QString line = notes;
-    line.replace(u"\r\n"_s, u"\n"_s);
-    line.replace(u'\r', QChar(lineBreakMark));
-    return line.replace(u'\n', QChar(lineBreakMark));
-}
-
 QString mapFileText(const WorldMap& map)
 {
     const QString lineEnd = u"\r\n"_s;
@@ -276,7 +262,7 @@ QString mapFilePath(const QString& mapName)
 
 QString asPlaceName(const QString& name)
 {
-    return platform::withoutSeparators(name).simplified();
+    return platform::withoutSeparators(name, platform::mapSeparators).simplified();
 }
 
 QString asMapName(const QString& name)

@@ -15,6 +15,23 @@ void ListItem::setIcon(int icon)
     owner_->itemChanged(*this);
 }
 
+void ListItem::setText(const QString& text)
+{
+    text_ = text;
+    owner_->itemChanged(*this);
+}
+
+void ListItem::setKey(const QString& key)
+{
+    if (key == key_)
+        return;
+    if (owner_->byKey_.contains(key))
+        throw Error(ErrorNumber::DuplicateKey, u"«%1» está repetido"_s.arg(key));
+    owner_->byKey_.remove(key_);
+    owner_->byKey_.insert(key, this);
+    key_ = key;
+}
+
 const ListItem::SubItem* ListItem::findSubItem(const QString& key) const
 {
     const auto found = std::find_if(subItems_.begin(), subItems_.end(),
@@ -55,6 +72,24 @@ ListItem& ListItems::add(const QString& key, const QString& text)
     byKey_.insert(key, items_.back().get());
     endInsertRows();
     return *items_.back();
+}
+
+ListItem* ListItems::findText(const QString& text)
+{
+    const auto found = std::find_if(items_.begin(), items_.end(), [&](const auto& item) {
+        return item->text_.compare(text, Qt::CaseInsensitive) == 0;
+    });
+    return found == items_.end() ? nullptr : found->get();
+}
+
+void ListItems::remove(const ListItem& item)
+{
+    const int row = item.row_;
+    beginRemoveRows({}, row, row);
+    byKey_.remove(item.key_);
+    items_.erase(items_.begin() + row);
+    renumber();
+    endRemoveRows();
 }
 
 void ListItems::clear()
@@ -149,6 +184,11 @@ QVariant ListItems::data(const QModelIndex& index, int role) const
     default:
         return {};
     }
+}
+
+Qt::ItemFlags ListItems::flags(const QModelIndex& index) const
+{
+    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
 }
 
 QVariant ListItems::headerData(int section, Qt::Orientation orientation, int role) const

@@ -28,6 +28,9 @@ public:
     /// Position (from 1) of the item's picture in the list's ImageList, 0 for none.
     int icon() const { return icon_; }
     void setIcon(int icon);
+    void setText(const QString& text);
+    /// Throws Error (DuplicateKey) when another item has that key.
+    void setKey(const QString& key);
 
     bool hasSubItem(const QString& key) const { return findSubItem(key) != nullptr; }
     /// Throws Error (NoSuchKey) when the item has no such sub-item.
@@ -83,6 +86,10 @@ public:
     /// The item with that key, or null.
     ListItem* find(const QString& key) { return byKey_.value(key); }
     const ListItem* find(const QString& key) const { return byKey_.value(key); }
+    /// The first item with that text, letter case ignored, or null.
+    ListItem* findText(const QString& text);
+    /// Takes the item out and destroys it.
+    void remove(const ListItem& item);
     void clear();
 
     /// Orders the items by the text shown in a column (from 0), ascending, with the rules of the
@@ -97,6 +104,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:

@@ -17,8 +17,15 @@ QByteArray toWindows1252(QStringView text);
 /// The first character (a whole code point) of the text that the code page lacks, if there is one.
 std::optional<QString> firstOutsideWindows1252(QStringView text);
 
-/// The text with the characters that separate fields in the data files, ";" and "|", turned into
-/// "," and "/".
-QString withoutSeparators(QString text);
+/// The characters that separate fields: in the files of definitions and catalogues, and in maps.
+inline const QString fieldSeparators = QStringLiteral(";");
+inline const QString mapSeparators = QStringLiteral(";|");
+
+/// The text with such characters turned into "," and "/".
+QString withoutSeparators(QString text, const QString& separators);
+
+/// Notes as a file holds them, on one line: line breaks become a mark. And back.
+QString notesToFile(QString notes);
+QString notesFromFile(QString line);
 
 } // namespace platform

@@ -147,6 +147,7 @@ FormRegistry::FormRegistry()
 
 FormRegistry::~FormRegistry()
 {
+    others_.clear();
     // The youngest first: forms may refer to those that were there before them.
     while (!forms_.empty()) {
         // The controls first: they show lists that are members of the form.
@@ -170,6 +171,14 @@ FormBase& FormRegistry::sharedForm(const void* identity, const MakeForm& make)
         return *known->form;
     forms_.push_back({identity, make()});
     return *forms_.back().form;
+}
+
+void FormRegistry::keep(std::unique_ptr<FormBase> form)
+{
+    others_.erase(std::remove_if(others_.begin(), others_.end(),
+                                 [](const auto& other) { return !other->isVisible(); }),
+                  others_.end());
+    others_.push_back(std::move(form));
 }
 
 void endProgram()

@@ -121,6 +121,17 @@ public:
             current().sharedForm(&identity, [] { return std::make_unique<F>(); }));
     }
 
+    /// A further instance of a form class, beside the shared one. It lives until its window is no
+    /// longer on the screen and another one is made.
+    template <typename F>
+    static F& another()
+    {
+        auto form = std::make_unique<F>();
+        F& made = *form;
+        current().keep(std::move(form));
+        return made;
+    }
+
 private:
     using MakeForm = std::function<std::unique_ptr<FormBase>()>;
     struct Entry {
@@ -131,7 +142,10 @@ private:
     static FormRegistry& current();
     FormBase& sharedForm(const void* identity, const MakeForm& make);
 
+    void keep(std::unique_ptr<FormBase> form);
+
     std::vector<Entry> forms_;
+    std::vector<std::unique_ptr<FormBase>> others_;
 };
 
 /// Ends the program: every event loop returns, nothing is saved.

@@ -1,7 +1,5 @@
 #include "platform/forms/text_guard.h"
 
-#include "platform/core/text_codec.h"
-
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QToolTip>
@@ -20,9 +18,9 @@ void showRefusal(QWidget& box, const QString& character)
 }
 
 /// Makes the text storable; the cursor moves with what is left out before it.
-void makeStorable(QString& text, int& cursor, QWidget& box)
+void makeStorable(QString& text, int& cursor, QWidget& box, const QString& separators)
 {
-    text = withoutSeparators(text);
+    text = withoutSeparators(text, separators);
     while (const std::optional<QString> outside = firstOutsideWindows1252(text)) {
         const qsizetype at = text.indexOf(*outside);
         text.remove(at, outside->size());
@@ -35,31 +33,37 @@ void makeStorable(QString& text, int& cursor, QWidget& box)
 class StorableText final : public QValidator
 {
 public:
-    explicit StorableText(QLineEdit& box) : QValidator(&box), box_(&box) {}
+    StorableText(QLineEdit& box, const QString& separators)
+        : QValidator(&box),
+          box_(&box),
+          separators_(separators)
+    {
+    }
 
     State validate(QString& text, int& cursor) const override
     {
-        makeStorable(text, cursor, *box_);
+        makeStorable(text, cursor, *box_, separators_);
         return Acceptable;
     }
 
 private:
     QLineEdit* box_;
+    QString separators_;
 };
 
 } // namespace
 
-void guardText(QLineEdit& box)
+void guardText(QLineEdit& box, const QString& separators)
 {
-    box.setValidator(new StorableText(box));
+    box.setValidator(new StorableText(box, separators));
 }
 
-void guardText(QPlainTextEdit& box)
+void guardText(QPlainTextEdit& box, const QString& separators)
 {
-    QObject::connect(&box, &QPlainTextEdit::textChanged, &box, [&box] {
+    QObject::connect(&box, &QPlainTextEdit::textChanged, &box, [&box, separators] {
         QString text = box.toPlainText();
         int position = box.textCursor().position();
-        makeStorable(text, position, box);
+        makeStorable(text, position, box, separators);
         if (text == box.toPlainText())
             return;
         box.setPlainText(text);

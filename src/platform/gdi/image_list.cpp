@@ -10,6 +10,11 @@ int ImageList::add(const QString& key, const QImage& picture)
 {
     if (positions_.contains(key))
         throw Error(ErrorNumber::DuplicateKey, u"la imagen de «%1» está repetida"_s.arg(key));
+    return append(key, picture);
+}
+
+int ImageList::append(const QString& key, const QImage& picture)
+{
     pictures_.push_back(picture);
     positions_.insert(key, count());
     return count();

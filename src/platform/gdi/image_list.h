@@ -15,6 +15,8 @@ public:
     /// Appends a picture and returns its position. Throws Error (DuplicateKey) when the key is
     /// taken.
     int add(const QString& key, const QImage& picture);
+    /// Appends a picture and returns its position; it gets the key even if another one has it.
+    int append(const QString& key, const QImage& picture);
     int count() const { return static_cast<int>(pictures_.size()); }
     /// The picture at a position, or a null picture for a position that isn't there.
     QImage at(int position) const;

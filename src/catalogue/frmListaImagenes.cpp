@@ -1,0 +1,82 @@
+#include "catalogue/frmListaImagenes.h"
+
+#include "platform/core/app_folder.h"
+#include "platform/core/error.h"
+#include "platform/forms/application.h"
+#include "platform/gdi/picture.h"
+
+#include <QDir>
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How many names of files that can't be read find room in the status line.
+constexpr int namesShown = 3;
+
+} // namespace
+
+FrmListaImagenes& frmListaImagenes()
+{
+    return platform::FormRegistry::shared<FrmListaImagenes>();
+}
+
+void FrmListaImagenes::Form_Load()
+{
+    ui().lvListaImagenes->setItems(images_, imgImagenes_);
+    QObject::connect(ui().lvListaImagenes, &platform::IconView::dblClick, &window(),
+                     [this] { lvListaImagenes_DblClick(); });
+}
+
+void FrmListaImagenes::listImages()
+{
+    if (camino.isEmpty() || mascara.isEmpty())
+        return;
+    const platform::WaitCursor wait;
+    const QDir folder(platform::inAppFolder(camino));
+    platform::ListItems listed;
+    imgImagenes_ = {};
+    QStringList skipped;
+    for (const QString& name :
+         folder.entryList({mascara}, QDir::Files, QDir::Name | QDir::IgnoreCase)) {
+        try {
+            const QImage picture = platform::loadPicture(folder.filePath(name));
+            listed.add(name, name).setIcon(imgImagenes_.add(name, picture));
+        } catch (const platform::Error&) {
+            skipped.append(name);
+        }
+    }
+    images_.swapItems(listed);
+    tellSkipped(skipped);
+    ui().lvListaImagenes->scrollToTop();
+    ui().lvListaImagenes->setFocus();
+}
+
+void FrmListaImagenes::tellSkipped(const QStringList& names)
+{
+    QString text;
+    if (!names.isEmpty())
+        text = u"No se pueden leer (%1): %2"_s.arg(
+            QString::number(names.size()),
+            names.mid(0, namesShown).join(u", "_s) + (names.size() > namesShown ? u"…"_s : u""_s));
+    ui().lblEstado->setText(text);
+    ui().lblEstado->setToolTip(Qt::convertFromPlainText(names.join(u", "_s)));
+    ui().lblEstado->setVisible(!names.isEmpty());
+}
+
+void FrmListaImagenes::lvListaImagenes_DblClick()
+{
+    const platform::ListItem* const chosen = ui().lvListaImagenes->selectedItem();
+    if (chosen && controlDestino)
+        controlDestino->setText(camino + u'\\' + chosen->text());
+    hide();
+}
+
+bool FrmListaImagenes::Form_KeyDown(const QKeyEvent& event)
+{
+    if (event.key() != Qt::Key_Escape || (event.modifiers() & ~Qt::KeypadModifier))
+        return false;
+    hide();
+    return true;
+}
