@@ -36,13 +36,13 @@ TEST(Cli, DrawsAMapByNameOrByPath)
 {
     const TempAppFolder folder;
     const QString png = folder.path(u"m.png"_s);
-    const Result byName = run({u"dibujar"_s, u"Reinos de Valdehierro"_s, u"--png"_s, png});
+    const Result byName = run({u"dibujar"_s, u"Señoríos de Carrasmonte"_s, u"--png"_s, png});
     EXPECT_EQ(byName.status, 0) << byName.err.toStdString();
     EXPECT_TRUE(byName.out.contains(png));
     const QImage drawn(png);
-    EXPECT_EQ(drawn.size(), QSize(825, 1407));
+    EXPECT_EQ(drawn.size(), QSize(1650, 1057));
     const Result byPath = run({u"dibujar"_s, u"--png"_s, png,
-                               shippedDataFolder() + u"/mapas/Reinos de Valdehierro.map"_s});
+                               shippedDataFolder() + u"/mapas/Señoríos de Carrasmonte.map"_s});
     EXPECT_EQ(byPath.status, 0) << byPath.err.toStdString();
     EXPECT_EQ(QImage(png), drawn);
 }

@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString brisamar = u"Archipiélago de Brisamar"_s;
-const QString valdehierro = u"Reinos de Valdehierro"_s;
+const QString wideMap = u"Señoríos de Carrasmonte"_s;
+const QString tallMap = u"Países del Cordal"_s;
 
 class MapWindowTest : public WindowTest
 {
@@ -49,6 +49,11 @@ protected:
                         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, centre);
                         QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, centre);
                     });
+    }
+
+    QStringList mapFiles() const
+    {
+        return QDir(app.path(u"mapas"_s)).entryList(QDir::Files, QDir::Name | QDir::LocaleAware);
     }
 
     static QImage view()
@@ -86,7 +91,7 @@ TEST_F(MapWindowTest, StartsEmptyWithABlackBuffer)
 
 TEST_F(MapWindowTest, OpensShowsAndSavesEveryShippedMap)
 {
-    for (const QString& name : {brisamar, valdehierro}) {
+    for (const QString& name : {wideMap, tallMap}) {
         SCOPED_TRACE(name.toStdString());
         frmMapa().accion = PaintTiles;
         frmMapa().currX = 4;
@@ -114,7 +119,7 @@ TEST_F(MapWindowTest, OpensShowsAndSavesEveryShippedMap)
 
 TEST_F(MapWindowTest, FollowsAResize)
 {
-    open(brisamar);
+    open(wideMap);
     for (const QSize size : {QSize(1300, 900), QSize(640, 480), QSize(1000, 700)}) {
         frmMapa().window().resize(size);
         Ui::FrmMapa& ui = frmMapa().ui();
@@ -133,7 +138,7 @@ TEST_F(MapWindowTest, FollowsAResize)
 
 TEST_F(MapWindowTest, BannerPiecesLieSideBySide)
 {
-    for (const QString& name : {u"Ur"_s, valdehierro, QString(120, u'W')}) {
+    for (const QString& name : {u"Ur"_s, tallMap, QString(120, u'W')}) {
         frmMapa().setNombre(name);
         Ui::FrmMapa& ui = frmMapa().ui();
         EXPECT_EQ(ui.imgScrollMiddle->x(), ui.imgScrollLeft->width());
@@ -148,8 +153,8 @@ TEST_F(MapWindowTest, BannerPiecesLieSideBySide)
 
 TEST_F(MapWindowTest, AFileThatCannotBeOpenedChangesNothing)
 {
-    open(valdehierro);
-    const QByteArray good = app.read(u"mapas/%1.map"_s.arg(valdehierro));
+    open(tallMap);
+    const QByteArray good = app.read(u"mapas/%1.map"_s.arg(tallMap));
     const WorldMap before = frmMapa();
     const QImage buffer = frmMapa().hdcBuffer.image();
     frmMapa().accion = SetPlaces;
@@ -181,11 +186,11 @@ TEST_F(MapWindowTest, AFileThatCannotBeOpenedChangesNothing)
 
 TEST_F(MapWindowTest, CancellingTheFileListChangesNothing)
 {
-    open(valdehierro);
+    open(tallMap);
     const auto cancelBy = [](const std::function<void(QWidget&)>& way) {
         duringModal([] { press("abrir"); }, [&] { way(frmListaArchivos().window()); });
         EXPECT_FALSE(frmListaArchivos().isVisible());
-        EXPECT_EQ(frmMapa().nombre, valdehierro);
+        EXPECT_EQ(frmMapa().nombre, tallMap);
     };
     const auto select = [] {
         auto& list = *frmListaArchivos().ui().lvListaArchivos;
@@ -227,21 +232,23 @@ TEST_F(MapWindowTest, CancellingTheFileListChangesNothing)
                     select();
                     QTest::keyClick(frmListaArchivos().ui().lvListaArchivos, Qt::Key_Return);
                 });
-    EXPECT_EQ(frmMapa().nombre, brisamar);
+    EXPECT_EQ(frmMapa().nombre + u".map"_s, mapFiles().first());
 }
 
 TEST_F(MapWindowTest, TheFileListShowsFilesOfThePatternAndFollowsTheFolder)
 {
+    const qsizetype shipped = mapFiles().size();
     QDir().mkpath(app.path(u"mapas/carpeta.map"_s));
     app.write(u"mapas/notas.txt"_s, "x");
     duringModal([] { press("abrir"); },
                 [&] {
                     auto& list = *frmListaArchivos().ui().lvListaArchivos;
-                    EXPECT_EQ(list.model()->rowCount(), 2);
+                    const int before = list.model()->rowCount();
+                    EXPECT_EQ(before, shipped);
                     app.write(u"mapas/Aa.MAP"_s, "x");
                     QEvent activation(QEvent::WindowActivate);
                     QCoreApplication::sendEvent(&frmListaArchivos().window(), &activation);
-                    ASSERT_EQ(list.model()->rowCount(), 3);
+                    EXPECT_EQ(list.model()->rowCount(), before + 1);
                     EXPECT_EQ(list.model()->index(0, 0).data().toString(), u"Aa.MAP"_s);
                     frmListaArchivos().hide();
                 });
@@ -249,7 +256,7 @@ TEST_F(MapWindowTest, TheFileListShowsFilesOfThePatternAndFollowsTheFolder)
 
 TEST_F(MapWindowTest, ANewMapIsPaintedWithTheSelectedTile)
 {
-    open(valdehierro);
+    open(tallMap);
     frmMapa().ancho = 75;
     frmMapa().alto = 50;
     frmMapa().currY = 3;
@@ -274,6 +281,7 @@ TEST_F(MapWindowTest, ANewMapIsPaintedWithTheSelectedTile)
 
 TEST_F(MapWindowTest, SavingNeedsANameAndRoomToWrite)
 {
+    const QStringList before = mapFiles();
     frmMapa().mapaCambiado = true;
     boxes.expect();
     press("guardar");
@@ -281,10 +289,10 @@ TEST_F(MapWindowTest, SavingNeedsANameAndRoomToWrite)
     EXPECT_EQ(boxes.asked().back().title, u"Error"_s);
     EXPECT_EQ(boxes.asked().back().icon, platform::MsgBox::Icon::Critical);
     EXPECT_FALSE(frmMapa().mapaCambiado);
-    EXPECT_EQ(QDir(app.path(u"mapas"_s)).entryList(QDir::Files).size(), 2);
+    EXPECT_EQ(mapFiles(), before);
 
-    open(valdehierro);
-    const QString file = u"mapas/%1.map"_s.arg(valdehierro);
+    open(tallMap);
+    const QString file = u"mapas/%1.map"_s.arg(tallMap);
     const QByteArray bytes = app.read(file);
     frmMapa().notasMapa = u"otras"_s;
     frmMapa().mapaCambiado = true;

@@ -256,7 +256,7 @@ void ItemEditor::cmdBuscarImagenes_Click()
     FrmListaImagenes& picker = frmListaImagenes();
     picker.camino = kind_->pictureFolder;
     picker.mascara = u"*.gif"_s;
-    picker.window().move(window_->pos() + button.mapTo(window_, QPoint(offset, offset)));
+    picker.moveTo(window_->pos() + button.mapTo(window_, QPoint(offset, offset)));
     picker.controlDestino = &control<QLineEdit>(imageControl());
     picker.listImages();
     picker.show();

@@ -93,8 +93,7 @@ void FrmMapa::setPlace(QPoint cell)
     dialog.ui().txtNombre->setText(place.name);
     dialog.ui().txtInfo->setPlainText(place.notes);
     const QPoint corner = hex::cellOrigin(mouseCell.x(), mouseCell.y());
-    dialog.window().move(
-        ui().imgMapa->mapToGlobal(corner + QPoint(hex::cellWidth, hex::cellHeight)));
+    dialog.moveTo(ui().imgMapa->mapToGlobal(corner + QPoint(hex::cellWidth, hex::cellHeight)));
     dialog.showModal();
     while (nameIsTaken(dialog.ui().txtNombre->text(), cell)) {
         platform::MsgBox::show(u"Ya hay un lugar con ese nombre."_s, u"Error"_s,

@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
 #include <algorithm>
@@ -110,6 +111,17 @@ void FormBase::showModal()
     if (modalLoop_) // the window may have hidden itself while it was shown
         loop.exec();
     modalLoop_ = nullptr;
+}
+
+void FormBase::moveTo(QPoint position)
+{
+    const QScreen* const screen = QGuiApplication::screenAt(position);
+    const QRect room = (screen ? screen : window().screen())->availableGeometry();
+    const QSize size = window().size() + windowFrame;
+    const int lastX = std::max(room.left(), room.right() - size.width());
+    const int lastY = std::max(room.top(), room.bottom() - size.height());
+    window().move(std::clamp(position.x(), room.left(), lastX),
+                  std::clamp(position.y(), room.top(), lastY));
 }
 
 void FormBase::hide()

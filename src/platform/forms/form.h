@@ -52,6 +52,9 @@ public:
     /// Shows the window above all others, which take no input meanwhile, and returns when it is
     /// hidden or unloaded.
     void showModal();
+    /// Puts the window's top left corner at a position of the screen, or as near to it as the whole
+    /// window can be seen.
+    void moveTo(QPoint position);
     /// Takes the window off the screen; its controls keep their contents.
     void hide();
     /// Destroys the controls. Safe inside the window's own handlers: the controls are cut off at
