@@ -94,6 +94,10 @@ TEST(Cli, RefusesBadCallsAndBadFilesWithNothingHalfWritten)
         {{u"ruta"_s, good, u"--desde"_s, u"0;0"_s, u"--hasta"_s, u"0,0"_s}, u"«0;0»"_s},
         {{u"clima"_s}, u"falta el mapa"_s},
         {{u"clima"_s, folder.path(u"roto.map"_s)}, u"línea 5"_s},
+        {{u"local"_s}, u"--texto"_s},
+        {{u"local"_s, u"--texto"_s, u"--png"_s, png}, u"una de las dos"_s},
+        {{u"local"_s, u"--png"_s, folder.path(u"no/m.png"_s)}, u"carpeta"_s},
+        {{u"local"_s, u"--texto"_s, u"--semilla"_s, u"x"_s}, u"--semilla"_s},
         {{u"nombres"_s}, u"falta"_s},
         {{u"nombres"_s, u"0"_s}, u"«0»"_s},
         {{u"nombres"_s, u"2"_s, u"--gramatica"_s, u"no hay"_s}, u"«no hay»"_s},
@@ -162,6 +166,21 @@ TEST(Cli, AnswersFromAMap)
     const Result names = run({u"nombres"_s, u"3"_s, u"--gramatica"_s, folder.path(u"g.txt"_s)});
     EXPECT_EQ(names.out, u"Cañada\nCañada\nCañada\n"_s);
     EXPECT_EQ(run({u"nombres"_s, u"7"_s}).out.count(u'\n'), 7);
+}
+
+TEST(Cli, MakesALocalMapAsPictureOrText)
+{
+    const TempAppFolder folder;
+    const QString png = folder.path(u"l.png"_s);
+    EXPECT_EQ(run({u"local"_s, u"--semilla"_s, u"9"_s, u"--png"_s, png}).status, 0);
+    const QImage first(png);
+    EXPECT_EQ(first.size(), QSize(1600, 1600));
+    EXPECT_EQ(run({u"local"_s, u"--png"_s, png, u"--semilla"_s, u"9"_s}).status, 0);
+    EXPECT_EQ(QImage(png), first);
+    const QStringList rows = run({u"local"_s, u"--texto"_s}).out.split(u'\n', Qt::SkipEmptyParts);
+    EXPECT_EQ(rows.size(), 50);
+    for (const QString& row : rows)
+        EXPECT_EQ(row.split(u';').size(), 50);
 }
 
 TEST(Cli, TellsOfEveryFaultInMaps)

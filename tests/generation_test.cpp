@@ -1,4 +1,5 @@
 // The random worlds: terrain, settlements, climate.
+#include "app/procs.h"
 #include "generation/climate.h"
 #include "generation/settlements.h"
 #include "generation/world_generator.h"
@@ -140,7 +141,7 @@ TEST(Terrain, HalvesRoundToTheEvenNeighbour)
 {
     for (int dividend = -4000; dividend <= 4000; ++dividend) {
         for (const int divisor : {2, 4, 50, 75, 150})
-            ASSERT_EQ(roundedQuotient(dividend, divisor),
+            ASSERT_EQ(Procs::roundedQuotient(dividend, divisor),
                       rounded(static_cast<double>(dividend) / divisor));
     }
 }

@@ -8,6 +8,7 @@
 #include "catalogue/frmPrinc.h"
 #include "catalogue/frmProgreso.h"
 #include "generation/frmClima.h"
+#include "localmap/frmMapaLocal.h"
 #include "window_test.h"
 #include "worldmap/frmInfoPin.h"
 #include "worldmap/frmListaArchivos.h"
@@ -154,6 +155,7 @@ TEST_F(StartTest, EveryWindowHoldsTheHouseRules)
           Known{frmListaImagenes(), u"frmListaImagenes"_s, u"Lista de imagenes"_s},
           Known{frmClima(), u"frmClima"_s, u"Form1"_s},
           Known{frmProgreso(), u"frmProgreso"_s, u"Generando"_s},
+          Known{frmMapaLocal(), u"frmMapaLocal"_s, {}},
           Known{frmMapa(), u"frmMapa"_s, u"Kestrune"_s},
           Known{frmListaArchivos(), u"frmListaArchivos"_s, u"Lista de archivos"_s},
           Known{frmInfoPin(), u"frmInfoPin"_s, u"Lugar"_s},

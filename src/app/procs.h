@@ -11,6 +11,16 @@ namespace Procs {
 /// A random whole number n with lo <= n <= hi, every value equally likely. Callers give lo <= hi.
 std::int32_t RandomInRange(std::int32_t lo, std::int32_t hi);
 
+/// The quotient rounded to the nearest whole number, halves to the even one. The divisor is above
+/// 0.
+constexpr int roundedQuotient(int dividend, int divisor)
+{
+    const int floor = dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
+    const int twiceRest = 2 * (dividend - floor * divisor);
+    const bool up = twiceRest > divisor || (twiceRest == divisor && floor % 2 != 0);
+    return floor + (up ? 1 : 0);
+}
+
 /// The text of an error report: number, description, and the procedure that trapped the error with
 /// its owner ("Módulo Procs", or "Formulario " and the window's name).
 QString errorReport(const platform::Error& error, const QString& procedure, const QString& owner);

@@ -5,6 +5,7 @@
 #include "catalogue/frmConjuros.h"
 #include "catalogue/frmEquipo.h"
 #include "catalogue/frmProgreso.h"
+#include "localmap/frmMapaLocal.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/picture_box.h"
@@ -86,6 +87,7 @@ void FrmPrinc::Form_Load()
     setUp(equipo, {c.lvEquipo, c.cmdNewEquipo, c.cmdDeleteEquipo, c.cmdGuardarEquipo}, &frmEquipo);
     setUp(conjuros, {c.lvConjuros, c.cmdNewConjuro, c.cmdDeleteConjuro, c.cmdGuardarConjuros},
           &frmConjuros);
+    QObject::connect(c.cmdDungeon, &QPushButton::clicked, &window(), [] { frmMapaLocal().show(); });
     QObject::connect(c.cmdMapa, &QPushButton::clicked, &window(), [] { frmMapa().show(); });
 }
 

@@ -1,4 +1,5 @@
 #include "cli/command.h"
+#include "platform/core/random_source.h"
 
 #include <QRegularExpression>
 
@@ -26,6 +27,19 @@ int Arguments::number(const QString& option, int lowest, int highest,
     if (otherwise && !has(option))
         return *otherwise;
     return parseNumber(value(option), lowest, highest, u"--"_s + option);
+}
+
+void Arguments::seed() const
+{
+    if (!has(u"semilla"_s)) {
+        platform::randomSource().seedFromClock();
+        return;
+    }
+    bool isNumber = false;
+    const quint64 number = value(u"semilla"_s).toULongLong(&isNumber);
+    if (!isNumber)
+        throw UsageError{u"--semilla ha de ser un número entero de 0 en adelante"_s};
+    platform::randomSource().seed(number);
 }
 
 QPoint Arguments::cell(const QString& option) const

@@ -22,6 +22,7 @@ struct UsageError {
 /// throw UsageError.
 struct Arguments {
     QHash<QString, QString> options; ///< by name, without the dashes
+    QStringList flags;               ///< options without a value
     QStringList positional;
 
     /// The one argument that isn't an option; `what` names it in the message when it's missing.
@@ -32,6 +33,8 @@ struct Arguments {
     /// An option's value as a whole number between two bounds, or `otherwise` without the option.
     int number(const QString& option, int lowest, int highest,
                std::optional<int> otherwise = std::nullopt) const;
+    /// Seeds the random source with the option "semilla", or from the clock without it.
+    void seed() const;
     /// An option's value "X,Y" as a cell.
     QPoint cell(const QString& option) const;
 };
@@ -46,6 +49,7 @@ struct Command {
     QString usage;       ///< what follows the name
     QString explanation; ///< for --ayuda
     QStringList options; ///< the options it knows, without the dashes
+    QStringList flags;   ///< those of them that take no value
     ExitCode (*run)(const Arguments& arguments);
 };
 
@@ -54,4 +58,5 @@ ExitCode dibujar(const Arguments& arguments);
 ExitCode ruta(const Arguments& arguments);
 ExitCode clima(const Arguments& arguments);
 ExitCode nombres(const Arguments& arguments);
+ExitCode local(const Arguments& arguments);
 ExitCode validar(const Arguments& arguments);

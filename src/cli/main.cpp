@@ -26,12 +26,14 @@ const std::vector<Command>& commands()
          "  --png            imagen del mapa entero\n"
          "  --escala         aumento de la imagen, de 1 a 16"_s,
          {u"ancho"_s, u"alto"_s, u"semilla"_s, u"nombre"_s, u"mapa"_s, u"png"_s, u"escala"_s},
+         {},
          &generar},
         {u"dibujar"_s,
          u"MAPA --png ARCHIVO [--escala N]"_s,
          u"Dibuja un mapa entero en una imagen PNG, aumentada de 1 a 16 veces.\n"
          "MAPA es la ruta de un archivo .map o el nombre de un mapa de la carpeta «mapas»."_s,
          {u"png"_s, u"escala"_s},
+         {},
          &dibujar},
         {u"ruta"_s,
          u"MAPA --desde X,Y --hasta X,Y [--png ARCHIVO]"_s,
@@ -41,11 +43,13 @@ const std::vector<Command>& commands()
          "  --desde, --hasta  columna y fila, contadas desde 0\n"
          "  --png             imagen del mapa con el camino"_s,
          {u"desde"_s, u"hasta"_s, u"png"_s},
+         {},
          &ruta},
         {u"clima"_s,
          u"MAPA"_s,
          u"Escribe el informe del clima: los grados de latitud que abarca el mapa, los de cada "
          "fila\ny, fila por fila, una cifra por casilla."_s,
+         {},
          {},
          &clima},
         {u"nombres"_s,
@@ -53,11 +57,22 @@ const std::vector<Command>& commands()
          u"Inventa N nombres, uno por línea.\n"
          "  --gramatica  otra gramática que la de los nombres de lugares"_s,
          {u"gramatica"_s},
+         {},
          &nombres},
+        {u"local"_s,
+         u"[--semilla N] (--png ARCHIVO | --texto)"_s,
+         u"Crea un mapa local al azar: un río, árboles y cuatro edificios.\n"
+         "  --semilla  un número entero; la misma semilla da siempre el mismo mapa\n"
+         "  --png      imagen del mapa\n"
+         "  --texto    escribe los nombres de los tiles, fila por fila"_s,
+         {u"semilla"_s, u"png"_s},
+         {u"texto"_s},
+         &local},
         {u"validar"_s,
          u"[MAPA…]"_s,
          u"Revisa todos los archivos de datos, o solo los mapas nombrados, y escribe cada falta "
          "con\nsu archivo y su línea. Acaba con 0 si no hay ninguna y con 1 si hay alguna."_s,
+         {},
          {},
          &validar},
     };
@@ -82,8 +97,12 @@ Arguments parse(const Command& command, const QStringList& words)
             continue;
         }
         const QString name = words[i].sliced(2);
-        if (!command.options.contains(name))
+        if (!command.options.contains(name) && !command.flags.contains(name))
             throw UsageError{u"no existe la opción «%1»"_s.arg(words[i])};
+        if (command.flags.contains(name)) {
+            arguments.flags.append(name);
+            continue;
+        }
         if (i + 1 == words.size())
             throw UsageError{u"falta el valor de la opción «%1»"_s.arg(words[i])};
         if (arguments.options.contains(name))

@@ -4,6 +4,7 @@
 #include "generation/name_grammar.h"
 #include "generation/path_finding.h"
 #include "generation/world_generator.h"
+#include "localmap/local_canvas.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/error.h"
 #include "platform/core/text_file.h"
@@ -31,6 +32,7 @@ public:
     void allFiles()
     {
         terrain();
+        localTiles();
         for (const CatalogueKind* kind :
              {&armasKind(), &armadurasKind(), &equipoKind(), &conjurosKind()}) {
             file([&] {
@@ -82,22 +84,40 @@ private:
     /// What generator, roads and climate need of the tiles.
     void terrain()
     {
-        const auto fault = [&](const QString& text) {
-            report_(Error(platform::ErrorNumber::BadFormat,
-                          platform::displayPath(platform::inAppFolder(u"ini\\tiles.ini"_s)) +
-                              u": "_s + text));
-        };
         for (const QString& tile : generatedTiles()) {
             if (!pictures_.colTiles.contains(tile))
-                fault(u"falta el tile «%1», o su imagen, que usa el generador."_s.arg(tile));
+                fault(tiles_.kind,
+                      u"falta el tile «%1», o su imagen, que usa el generador."_s.arg(tile));
         }
         for (int i = 0; i < tiles_.items.count(); ++i) {
             const QString& tile = tiles_.items.at(i).key();
             for (const QString& field : {u"costo"_s, u"temperatura"_s}) {
                 if (!numberField(tiles_, tile, field))
-                    fault(u"el dato «%1» del tile «%2» no es un número."_s.arg(field, tile));
+                    fault(tiles_.kind,
+                          u"el dato «%1» del tile «%2» no es un número."_s.arg(field, tile));
             }
         }
+    }
+
+    /// What the local map generator needs.
+    void localTiles()
+    {
+        Palette palette(tilesLocalesKind());
+        LocalCanvas canvas;
+        definitions(palette, canvas.colTilesLocales, canvas.colMascarasLocales);
+        for (const QString& tile : localTileNames()) {
+            if (!canvas.colTilesLocales.contains(tile))
+                fault(palette.kind,
+                      u"falta el tile «%1», o su imagen, que usa el generador."_s.arg(tile));
+        }
+    }
+
+    /// Reports a fault of a definition file as a whole.
+    void fault(const DefinitionKind& kind, const QString& text)
+    {
+        const QString path = platform::inAppFolder(u"ini\\"_s + kind.file);
+        report_(
+            Error(platform::ErrorNumber::BadFormat, platform::displayPath(path) + u": "_s + text));
     }
 
     static QStringList filesOf(const QString& folder, const QString& mask)

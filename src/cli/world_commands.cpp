@@ -4,7 +4,6 @@
 #include "generation/climate.h"
 #include "generation/path_finding.h"
 #include "generation/world_generator.h"
-#include "platform/core/random_source.h"
 #include "platform/core/text_file.h"
 #include "worldmap/hex_geometry.h"
 #include "worldmap/map_file.h"
@@ -31,19 +30,6 @@ QString pictureTarget(const Arguments& arguments, const QString& map)
         throw UsageError{u"la imagen ocuparía el lugar del mapa"_s};
     checkWritable(picture);
     return picture;
-}
-
-void seed(const Arguments& arguments)
-{
-    if (!arguments.has(u"semilla"_s)) {
-        platform::randomSource().seedFromClock();
-        return;
-    }
-    bool isNumber = false;
-    const quint64 number = arguments.value(u"semilla"_s).toULongLong(&isNumber);
-    if (!isNumber)
-        throw UsageError{u"--semilla ha de ser un número entero de 0 en adelante"_s};
-    platform::randomSource().seed(number);
 }
 
 /// Throws Error when the definitions lack a tile that the generator paints.
@@ -90,7 +76,7 @@ ExitCode generar(const Arguments& arguments)
     }
     checkWritable(target);
 
-    seed(arguments);
+    arguments.seed();
     Atlas atlas;
     checkGeneratedTiles(atlas);
     generarMundo(map, atlas.pins);

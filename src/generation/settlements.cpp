@@ -11,6 +11,7 @@
 using namespace Qt::StringLiterals;
 
 using Procs::RandomInRange;
+using Procs::roundedQuotient;
 
 namespace {
 

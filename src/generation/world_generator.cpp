@@ -12,6 +12,7 @@
 using namespace Qt::StringLiterals;
 
 using Procs::RandomInRange;
+using Procs::roundedQuotient;
 
 namespace {
 

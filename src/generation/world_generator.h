@@ -38,13 +38,3 @@ inline bool isWater(const QString& tile)
 {
     return tile.contains(u'M');
 }
-
-/// The quotient rounded to the nearest whole number, halves to the even one. The divisor is above
-/// 0.
-constexpr int roundedQuotient(int dividend, int divisor)
-{
-    const int floor = dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
-    const int twiceRest = 2 * (dividend - floor * divisor);
-    const bool up = twiceRest > divisor || (twiceRest == divisor && floor % 2 != 0);
-    return floor + (up ? 1 : 0);
-}

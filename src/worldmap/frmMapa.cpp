@@ -1,6 +1,5 @@
 #include "worldmap/frmMapa.h"
 
-#include "app/procs_windows.h"
 #include "catalogue/frmPrinc.h"
 #include "platform/forms/application.h"
 #include "platform/forms/toolbar.h"
@@ -20,17 +19,6 @@ constexpr int framesTop = 48;   // below the toolbar
 constexpr int framesSpace = 64; // height that toolbar and frames leave free
 constexpr int mapaMargins = 32;
 constexpr int lugaresMargins = 24;
-
-/// Shows a tool window above all others, or hides it.
-void showTool(platform::FormBase& tool, bool visible)
-{
-    if (!visible) {
-        tool.hide();
-        return;
-    }
-    tool.show();
-    Procs::setTopmost(tool.window().windowHandle(), true);
-}
 
 } // namespace
 
@@ -63,7 +51,6 @@ void FrmMapa::Form_Load()
     frmTiles().closed = [this] { ui().tiles->trigger(); };
     QObject::connect(ui().lvLugares, &QAbstractItemView::doubleClicked, &window(),
                      [this] { lvLugares_DblClick(); });
-    frmMinimap().closed = [this] { ui().minimapa->trigger(); };
     frmPines().closed = [this] { ui().pines->trigger(); };
     // Without its definitions the window can draw nothing, but it comes up and says why.
     platform::runCommand([this] { loadTiles(); });
@@ -120,14 +107,13 @@ void FrmMapa::Toolbar_ButtonClick(const QString& key, bool pressed)
     } else if (key == "caminos"_L1) {
         accion = pressed ? DrawRoads : NoEditing;
     } else if (key == "minimapa"_L1) {
-        frmMinimap().formMapa = &forMinimap_;
-        showTool(frmMinimap(), pressed);
+        pressed ? frmMinimap().serve(forMinimap_) : frmMinimap().hide();
     } else if (key == "tiles"_L1) {
         accion = pressed ? PaintTiles : NoEditing;
-        showTool(frmTiles(), pressed);
+        frmTiles().showAbove(pressed);
     } else if (key == "pines"_L1) {
         accion = pressed ? SetPlaces : NoEditing;
-        showTool(frmPines(), pressed);
+        frmPines().showAbove(pressed);
     }
 }
 

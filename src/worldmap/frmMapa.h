@@ -56,7 +56,13 @@ protected:
     void Form_Unload() override;
 
 private:
-    const MapWindow forMinimap_{ancho, alto, currX, currY, [this] { scrollMapa(); }};
+    const MapWindow forMinimap_{ancho,
+                                alto,
+                                currX,
+                                currY,
+                                [this] { scrollMapa(); },
+                                [this] { drawMinimap(); },
+                                [this] { ui().minimapa->setChecked(false); }};
     std::optional<QPoint> dragPosition_; ///< where the pointer last was with the left button held
 
     void loadTiles();

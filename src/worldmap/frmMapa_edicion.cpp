@@ -134,5 +134,5 @@ void FrmMapa::showEdit(QPoint cell)
                               corner.x(), corner.y(), platform::RasterOp::SRCCOPY);
     const QSize cellSize(hex::cellWidth, hex::cellHeight);
     ui().imgMapa->update(QRect(inView, cellSize));
-    frmMinimap().redraw(hdcBuffer, QRect(corner, cellSize));
+    frmMinimap().redraw(forMinimap_, hdcBuffer, QRect(corner, cellSize));
 }

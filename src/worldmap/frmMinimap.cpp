@@ -1,9 +1,11 @@
 #include "worldmap/frmMinimap.h"
 
+#include "app/procs_windows.h"
 #include "platform/forms/twips.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -38,13 +40,30 @@ void FrmMinimap::Form_Load()
 
 void FrmMinimap::closeBox()
 {
+    dismiss();
+}
+
+void FrmMinimap::serve(const MapWindow& map)
+{
+    const MapWindow* const before = std::exchange(formMapa, &map);
+    if (before && before != &map)
+        before->releaseButton();
+    map.drawMinimap();
+    show();
+    Procs::setTopmost(window().windowHandle(), true);
+}
+
+void FrmMinimap::dismiss()
+{
     hide();
-    if (closed)
-        closed();
+    if (formMapa)
+        formMapa->releaseButton();
 }
 
 void FrmMinimap::draw(const MapWindow& map, const platform::MemoryDC& buffer, QSize view)
 {
+    if (!serves(map))
+        return;
     const QSizeF whole(buffer.width(), buffer.height());
     const double scale = longerSide / std::max(whole.width(), whole.height());
     const QSize size((whole * scale).toSize().expandedTo({1, 1}));
@@ -62,8 +81,10 @@ void FrmMinimap::draw(const MapWindow& map, const platform::MemoryDC& buffer, QS
     picture.refresh();
 }
 
-void FrmMinimap::redraw(const platform::MemoryDC& buffer, QRect changed)
+void FrmMinimap::redraw(const MapWindow& map, const platform::MemoryDC& buffer, QRect changed)
 {
+    if (!serves(map))
+        return;
     platform::PictureBox& picture = *ui().imgMinimap;
     const QRect part = picture.dc().StretchBltPart(buffer, changed);
     picture.update(part);

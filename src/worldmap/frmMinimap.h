@@ -11,22 +11,26 @@
 class FrmMinimap final : public platform::Form<Ui::FrmMinimap>
 {
 public:
-    /// The window served; set by it before it shows the minimap.
+    /// The window served: the one that showed the minimap last.
     const MapWindow* formMapa = nullptr;
-    /// Called after the user closed the minimap by its box.
-    std::function<void()> closed;
+
+    /// Shows the minimap for a map window, above all other windows.
+    void serve(const MapWindow& map);
+    /// Takes the minimap off the screen, and the button that shows it with it.
+    void dismiss();
 
     /// Draws a map from its back buffer, and the selector over what a view of that size, in pixels
-    /// of the buffer, shows of it.
+    /// of the buffer, shows of it. While another window is served nothing is drawn.
     void draw(const MapWindow& map, const platform::MemoryDC& buffer, QSize view);
     /// Brings a changed part of the back buffer, drawn before, into the picture.
-    void redraw(const platform::MemoryDC& buffer, QRect changed);
+    void redraw(const MapWindow& map, const platform::MemoryDC& buffer, QRect changed);
 
 protected:
     void Form_Load() override;
     void closeBox() override;
 
 private:
+    bool serves(const MapWindow& map) const { return !formMapa || formMapa == &map; }
     void moverVista(QPointF position);
 
     QPoint lastPosition_;

@@ -3,11 +3,13 @@
 #include <functional>
 
 /// What the minimap knows of the map window that it serves: the size of its map in cells, the first
-/// cell shown, and how to bring that into view.
+/// cell shown, and what it asks of the window.
 struct MapWindow {
     const int& ancho;
     const int& alto;
     int& currX;
     int& currY;
-    std::function<void()> scrollMapa;
+    std::function<void()> scrollMapa;    ///< bring the first cell into view
+    std::function<void()> drawMinimap;   ///< draw the map into the minimap
+    std::function<void()> releaseButton; ///< the minimap is gone, or serves another window
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/procs_windows.h"
 #include "platform/core/error.h"
 #include "platform/forms/form.h"
 #include "platform/forms/list_view.h"
@@ -27,6 +28,17 @@ public:
     {
         loadDefinitions(palette, pictures, masks);
         list().selectFirst();
+    }
+
+    /// Shows the palette above all other windows, or hides it.
+    void showAbove(bool visible)
+    {
+        if (!visible) {
+            this->hide();
+            return;
+        }
+        this->show();
+        Procs::setTopmost(this->window().windowHandle(), true);
     }
 
     /// The name of the definition selected. Throws Error (NoSuchKey) when there is none.
