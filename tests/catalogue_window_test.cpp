@@ -7,7 +7,7 @@
 #include "catalogue/frmPrinc.h"
 #include "window_test.h"
 
-#include <QElapsedTimer>
+#include <QClipboard>
 #include <QHeaderView>
 
 using namespace Qt::StringLiterals;
@@ -313,6 +313,74 @@ TEST_F(CatalogueWindowTest, DeletingAsksAndTheNameIsFreeAgain)
     EXPECT_GT(princ.armas.items.find(u"Daga"_s)->icon(), 0);
 }
 
+TEST_F(CatalogueWindowTest, NothingTypedOrPastedSpoilsTheFile)
+{
+    choosePage(3);
+    ui().lvArmas->header()->sectionClicked(0); // sorted by name from here on
+    click(ui().cmdNewArma);
+    Ui::FrmArmas& editor = frmArmas().ui();
+    QGuiApplication::clipboard()->setText(u"#¶Arco\r\nde dos\nlíneas"_s);
+    editor.txtNombre->setFocus();
+    editor.txtNombre->paste();
+    EXPECT_EQ(editor.txtNombre->text(), u"Arco de dos líneas"_s);
+    EXPECT_EQ(frmArmas().window().windowTitle(), u"Arco de dos líneas"_s);
+    editor.txtNotas->setFocus();
+    QTest::keyClicks(editor.txtNotas, u"uno; dos"_s);
+    QTextCursor cursor = editor.txtNotas->textCursor();
+    cursor.insertText(u" \u00B6 tres Ł"_s);
+    EXPECT_EQ(editor.txtNotas->toPlainText(), u"uno, dos  tres "_s);
+    editor.txtNotas->undo();
+    editor.txtNotas->undo();
+    EXPECT_LT(editor.txtNotas->toPlainText().size(), 9) << "corrections can be undone";
+    editor.txtNotas->setPlainText(u"a\nb"_s);
+    save(&frmArmas().window());
+    const ListItem* const made = princ.armas.items.find(u"Arco de dos líneas"_s);
+    ASSERT_TRUE(made);
+    const auto position = [&] {
+        for (int i = 0; i < princ.armas.items.count(); ++i) {
+            if (&princ.armas.items.at(i) == made)
+                return i;
+        }
+        return -1;
+    };
+    EXPECT_LT(position(), 10) << "among the first letters";
+    click(ui().cmdGuardarArmas);
+    Catalogue again(armasKind());
+    loadCatalogue(again);
+    EXPECT_EQ(contents(again), contents(princ.armas));
+
+    // What gets past the boxes all the same is refused by the writer.
+    const QByteArray file = app.read(u"ini/Armas.ini"_s);
+    const auto expectRefused = [&](const QString& fragment) {
+        expectError([&] { saveCatalogue(princ.armas); }, platform::ErrorNumber::BadCharacter,
+                    {fragment});
+        EXPECT_EQ(app.read(u"ini/Armas.ini"_s), file);
+    };
+    ListItem& item = *princ.armas.items.find(u"Daga"_s);
+    item.setSubItem(u"dp"_s, u"1\n2"_s);
+    expectRefused(u"salto de línea"_s);
+    item.setSubItem(u"dp"_s, u"1"_s);
+    item.setText(u"#Daga"_s);
+    expectRefused(u"«#»"_s);
+}
+
+TEST_F(CatalogueWindowTest, AFullCatalogueTakesNoMore)
+{
+    Catalogue full(equipoKind());
+    full.items.setColumns(full.kind.fields);
+    for (int i = 0; i < maxCatalogueItems; ++i)
+        full.items.add(QString::number(i), QString::number(i));
+    princ.equipo.items.swapItems(full.items);
+    choosePage(5);
+    click(ui().cmdNewEquipo);
+    frmEquipo().ui().txtNombre->setText(u"Uno más"_s);
+    boxes.expect();
+    save(&frmEquipo().window());
+    expectReport(u"frmEquipos"_s);
+    EXPECT_TRUE(frmEquipo().isVisible());
+    EXPECT_EQ(princ.equipo.items.count(), maxCatalogueItems);
+}
+
 TEST_F(CatalogueWindowTest, BoxesSelectTheirTextOnFocus)
 {
     choosePage(3);
@@ -333,6 +401,7 @@ TEST_F(CatalogueWindowTest, BoxesSelectTheirTextOnFocus)
 TEST_F(CatalogueWindowTest, ThePickerWritesThePathOfAPicture)
 {
     app.write(u"ini/pics/armas/rota.gif"_s, "GIF89a?");
+    app.write(u"ini/pics/armas/con;coma.gif"_s, onePixelGif());
     choosePage(3);
     QWidget* const editor = open(ui().lvArmas, u"Daga"_s);
     const auto browse = [](QWidget* from) {
@@ -343,8 +412,9 @@ TEST_F(CatalogueWindowTest, ThePickerWritesThePathOfAPicture)
     EXPECT_TRUE(frmListaImagenes().isVisible());
     const QDir folder(app.path(u"ini/pics/armas"_s));
     EXPECT_EQ(picker->lvListaImagenes->model()->rowCount(),
-              folder.entryList({u"*.gif"_s}).size() - 1);
+              folder.entryList({u"*.gif"_s}).size() - 2);
     EXPECT_TRUE(picker->lblEstado->isVisible());
+    EXPECT_TRUE(picker->lblEstado->text().contains(u"con;coma.gif"_s));
     EXPECT_TRUE(picker->lblEstado->text().contains(u"rota.gif"_s));
     platform::ImageBox& preview = *in<platform::ImageBox>(editor, u"imgArma"_s);
     const QImage before = preview.picture();

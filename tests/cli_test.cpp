@@ -16,18 +16,23 @@ struct Result {
     QString err;
 };
 
-Result run(const QStringList& arguments)
+Result runProgram(const QString& program, const QStringList& arguments)
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const auto& name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s})
         environment.remove(name);
     process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(KESTRUNE_CLI), arguments);
+    process.start(program, arguments);
     EXPECT_TRUE(process.waitForFinished(60'000));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
+}
+
+Result run(const QStringList& arguments)
+{
+    return runProgram(QStringLiteral(KESTRUNE_CLI), arguments);
 }
 
 } // namespace
@@ -88,6 +93,9 @@ TEST(Cli, RefusesBadCallsAndBadFilesWithNothingHalfWritten)
         {generate(u"5"_s, u"5"_s, png) << u"--png"_s << folder.path(u"no/m.png"_s), u"carpeta"_s},
         {generate(u"5"_s, u"5"_s, folder.path(u"no/m.map"_s)) << u"--png"_s << png, u"carpeta"_s},
         {generate(u"5"_s, u"5"_s, png) << u"x"_s, u"sobra"_s},
+        {generate(u"5"_s, u"5"_s, {}), u"vacía"_s},
+        {generate(u"5"_s, u"5"_s, u"/dev/full"_s) << u"--png"_s << png, u"corriente"_s},
+        {generate(u"5"_s, u"5"_s, folder.path(QString(300, u'x'))), u"demasiado largo"_s},
         {{u"ruta"_s, good, u"--desde"_s, u"0,0"_s}, u"--hasta"_s},
         {{u"ruta"_s, good, u"--desde"_s, u"0,0"_s, u"--hasta"_s, u"1,0"_s}, u"fuera del mapa"_s},
         {{u"ruta"_s, good, u"--desde"_s, u"-1,0"_s, u"--hasta"_s, u"0,0"_s}, u"fuera del mapa"_s},
@@ -196,6 +204,49 @@ TEST(Cli, TellsOfEveryFaultInMaps)
     EXPECT_FALSE(result.out.contains(u"Bien"_s));
     const Result shipped = run({u"validar"_s});
     EXPECT_EQ(shipped.status, 0) << shipped.out.toStdString();
+}
+
+TEST(Cli, TellsOfEveryFaultInTheDataFiles)
+{
+    const TempAppFolder folder;
+    folder.addShippedData();
+    const QString program = folder.path(u"kestrune-cli"_s);
+    ASSERT_TRUE(QFile::copy(QStringLiteral(KESTRUNE_CLI), program));
+    EXPECT_EQ(runProgram(program, {u"validar"_s}).status, 0);
+    const auto append = [&](const QString& file, const QByteArray& line) {
+        folder.write(file, folder.read(file) + line + "\r\n");
+    };
+    append(u"ini/tiles.ini"_s, "Barro;ini\\pics\\tiles\\T1.gif;Barro;;1;caro;0");
+    append(u"ini/tiles.ini"_s, "Lodo;ini\\pics\\tiles\\nada.gif;Lodo;;1;5;0");
+    append(u"ini/pines.ini"_s, "Aldea;ini\\pics\\pines\\Aldea.gif;Otra;");
+    append(u"ini/Armas.ini"_s, "Daga;1d4");
+    append(u"ini/Equipo.ini"_s, "Cosa;No");
+    append(u"ini/Equipo.ini"_s, "Otra cosa;No");
+    QFile::remove(folder.path(u"ini/pics/tilesLocales/r1t.gif"_s));
+    QFile::remove(folder.path(u"gramaticas/Nombres de lugares.txt"_s));
+    folder.write(u"mapas/Otro.map"_s, "Uno\r\n1;1\r\n10;20\r\n\r\nM1;\r\n\r\n");
+    folder.write(u"mapas/a b.map"_s, "a/b\r\n1;1\r\n0;0\r\n\r\nM1;\r\n\r\n");
+    const Result result = runProgram(program, {u"validar"_s});
+    EXPECT_EQ(result.status, 1);
+    for (const QString& fragment :
+         {u"línea 32: el dato «costo» no es un número"_s, u"nada.gif"_s, u"«Aldea» está repetido"_s,
+          u"«Daga» está repetido"_s, u"línea 147"_s, u"línea 148"_s, u"r1t.gif"_s, u"«r1t»"_s,
+          u"Nombres de lugares.txt"_s, u"latitud norte es menor"_s, u"no es el de su archivo"_s,
+          u"«/»"_s})
+        EXPECT_TRUE(result.out.contains(fragment)) << fragment.toStdString() << " not in\n"
+                                                   << result.out.toStdString();
+    EXPECT_FALSE(result.out.contains(u"«Lodo» no"_s)) << "told of once is enough";
+}
+
+TEST(Cli, LosesNoAnswerSilently)
+{
+    if (!QFile::exists(u"/dev/full"_s))
+        GTEST_SKIP() << "no device that is always full";
+    QProcess process;
+    process.setStandardOutputFile(u"/dev/full"_s);
+    process.start(QStringLiteral(KESTRUNE_CLI), {u"nombres"_s, u"5"_s});
+    ASSERT_TRUE(process.waitForFinished(60'000));
+    EXPECT_EQ(process.exitCode(), 2);
 }
 
 TEST(Cli, ExplainsItself)

@@ -67,6 +67,20 @@ TEST_F(MapEditTest, AFastDragLeavesNoHolesAndSparesPlaces)
     click(10, 10); // under a place: only the document knows
     EXPECT_EQ(frmMapa().mapaTiles(10, 10), tile);
     EXPECT_EQ(frmMapa().mapaPines(10, 10), u"Aldea;Isleta;"_s);
+
+    // In a view of the map's middle, what lies left of it and above isn't painted.
+    frmMapa().currX = 20;
+    frmMapa().currY = 20;
+    frmMapa().scrollMapa();
+    choose(frmTiles().ui().lvTiles, 12);
+    drag(inView(26, 26), QPoint(-60, -60));
+    QTest::mouseClick(frmMapa().ui().imgMapa, Qt::LeftButton, {}, QPoint(12, 2));
+    const QString hidden = frmTiles().selectedName();
+    for (int y = 0; y < 50; ++y) {
+        for (int x = 0; x < 50; ++x)
+            EXPECT_TRUE((x >= 20 && y >= 20) || frmMapa().mapaTiles(y, x) != hidden);
+    }
+    EXPECT_EQ(frmMapa().mapaTiles(20, 20), hidden);
 }
 
 TEST_F(MapEditTest, ModesFollowTheLastButtonAndPalettesPopTheirs)
@@ -248,6 +262,17 @@ TEST_F(MapEditTest, TheNorthStaysAboveTheSouth)
     choose(dialog.cmbLatitudNorte, u"90"_s);
     choose(dialog.cmbLatitudSur, u"-90"_s);
     EXPECT_EQ(dialog.lblZona->text(), u"180"_s);
+
+    // A map may have latitudes and sizes that the lists don't offer.
+    frmMapProperties().setLatitudes(40, -10);
+    frmMapProperties().setSize(1000, 2);
+    EXPECT_EQ(dialog.lblZona->text(), u"50"_s);
+    EXPECT_EQ(dialog.cmbAncho->currentText(), u"1000"_s);
+    boxes.expect();
+    choose(dialog.cmbLatitudNorte, u"-15"_s);
+    EXPECT_EQ(dialog.cmbLatitudNorte->currentText(), u"15"_s);
+    frmMapProperties().setLatitudes(30, 0);
+    EXPECT_EQ(dialog.cmbLatitudSur->findText(u"-10"_s), -1);
 }
 
 TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)

@@ -88,6 +88,17 @@ TEST_F(MapGenerationTest, TwoClicksDrawARoad)
     EXPECT_EQ(drawn.pixel(11 * 1 + 7, 14 * 1 + 14), plain.pixel(11 * 1 + 7, 14 * 1 + 14));
     EXPECT_EQ(ui.imgMapa->grab().toImage().pixel(11 * 3 + 7, 14 * 5 + 14), brown);
 
+    // Painting a cell, even as it is, wipes the road off it.
+    press(ui.tiles);
+    for (int row = 0; row < frmTiles().palette.items.count(); ++row) {
+        if (frmTiles().palette.items.at(row).key() == "T2"_L1)
+            choose(frmTiles().ui().lvTiles, row);
+    }
+    click(8, 5);
+    EXPECT_EQ(frmMapa().hdcBuffer.image().copy(QRect(hex::cellOrigin(8, 5), QSize(11, 14))),
+              plain.copy(QRect(hex::cellOrigin(8, 5), QSize(11, 14))));
+    press(ui.caminos);
+
     // The end first, then the start; a cell with itself; ends outside; no way through.
     click(9, 9, Qt::RightButton);
     click(9, 9);

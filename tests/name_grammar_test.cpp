@@ -46,6 +46,31 @@ protected:
 
 } // namespace
 
+TEST_F(NameGrammarTest, ACheckFindsWhatCouldStopAnExpansion)
+{
+    const auto faults = [&](const QByteArray& grammar) {
+        app.write(u"g.txt"_s, grammar);
+        QStringList found;
+        Procs::checkGrammar(app.path(u"g.txt"_s),
+                            [&](const platform::Error& fault) { found.append(fault.description); });
+        return found.join(u'\n');
+    };
+    app.write(u"otro.txt"_s, "[a]\r\n{g.txt}\r\n");
+    EXPECT_EQ(faults("[a]\r\n<b>-<B>\r\n<a><b>\r\n[b]\r\nx > y }\r\n"), QString());
+    EXPECT_EQ(faults("[a]\r\nx\r\n{otro.txt}\r\n"), QString()) << "it may end";
+    EXPECT_EQ(faults("[a]\r\nx\r\n<a><a>\r\n"), QString());
+    const QString all = faults("[a]\r\n<c>\r\nmal|x\r\n[b]\r\n0|x\r\n[d]\r\n{nada.txt}\r\n"
+                               "[e]\r\n<b\r\n[f]\r\nx>y<b>\r\n[F]\r\nz\r\n");
+    for (const QString& fragment :
+         {u"línea 2: no existe la regla «c»"_s, u"línea 3"_s, u"línea 4"_s, u"«nada.txt»"_s,
+          u"línea 9: falta «>»"_s, u"línea 11: «>» está delante"_s, u"«F» está repetida"_s})
+        EXPECT_TRUE(all.contains(fragment)) << fragment.toStdString() << " not in\n"
+                                            << all.toStdString();
+    EXPECT_TRUE(faults("[a]\r\n<a><a>\r\n").contains(u"no termina nunca"_s));
+    EXPECT_TRUE(faults("[a]\r\n{otro.txt}\r\n").contains(u"no termina nunca"_s));
+    EXPECT_TRUE(faults("nada").contains(u"ninguna regla"_s));
+}
+
 TEST_F(NameGrammarTest, ReadsRulesAsTheyAreWritten)
 {
     EXPECT_EQ(name("[a]\r\n Villa Real \r\n"), u" Villa Real "_s) << "blanks belong to the text";

@@ -18,7 +18,6 @@ using platform::TextFile;
 namespace {
 
 constexpr char16_t separator = u';';
-constexpr char16_t commentMark = u'#';
 
 QString pathOf(const CatalogueKind& kind)
 {
@@ -49,9 +48,7 @@ void loadRecord(Catalogue& catalogue, const QString& line, LoadedPictures& loade
         return fields[static_cast<qsizetype>(position)];
     };
 
-    if (catalogue.items.count() == maxCatalogueItems)
-        throw Error(ErrorNumber::TooLarge,
-                    u"el catálogo no admite más de %1 elementos"_s.arg(maxCatalogueItems));
+    checkRoom(catalogue);
     const QString key = kind.itemKey(field(0), kind.keyHasType ? field(1) : QString());
     ListItem& item = catalogue.items.add(key, field(0));
     if (const QString& image = field(kind.imageField()); !image.isEmpty())
@@ -63,15 +60,26 @@ void loadRecord(Catalogue& catalogue, const QString& line, LoadedPictures& loade
     }
 }
 
+/// A field that would break its line can't be written. A ";" in it only makes further fields.
+QString oneLine(const QString& text)
+{
+    if (text.contains(u'\n') || text.contains(u'\r'))
+        throw Error(ErrorNumber::BadCharacter, u"un dato contiene un salto de línea"_s);
+    return text;
+}
+
 QString recordLine(const CatalogueKind& kind, const ListItem& item)
 {
-    QString line = item.text();
+    if (item.text().startsWith(commentMark))
+        throw Error(ErrorNumber::BadCharacter,
+                    u"el nombre empieza por «%1», como los comentarios"_s.arg(commentMark));
+    QString line = oneLine(item.text());
     for (std::size_t position = 1; position < kind.fields.size(); ++position) {
         const QString& name = kind.fields[position].key;
         line += separator;
         if (item.hasSubItem(name))
-            line +=
-                name == notesField ? platform::notesToFile(item.subItem(name)) : item.subItem(name);
+            line += name == notesField ? platform::notesToFile(item.subItem(name))
+                                       : oneLine(item.subItem(name));
     }
     return line;
 }
@@ -87,6 +95,13 @@ QString freeBackupPath(const QString& path)
 }
 
 } // namespace
+
+void checkRoom(const Catalogue& catalogue)
+{
+    if (catalogue.items.count() == maxCatalogueItems)
+        throw Error(ErrorNumber::TooLarge,
+                    u"el catálogo no admite más de %1 elementos"_s.arg(maxCatalogueItems));
+}
 
 void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault)
 {

@@ -23,6 +23,12 @@ struct Catalogue {
 /// added for the faulty one, stay in the list, and loadStopped is set.
 void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault = platform::giveUp);
 
+/// A line that begins with this is a comment.
+inline constexpr QChar commentMark = u'#';
+
+/// Throws Error (TooLarge) when the catalogue can't take another record.
+void checkRoom(const Catalogue& catalogue);
+
 /// Writes the catalogue to its file, in the list's order; `advance` is called after each record.
 /// Fields that a stopped load left out are written empty; if the load had stopped, the old file is
 /// first copied beside itself with ".bak" added (".bak2" … where there is one already). Throws

@@ -2,6 +2,7 @@
 
 #include "platform/core/app_folder.h"
 #include "platform/core/error.h"
+#include "platform/core/text_codec.h"
 #include "platform/forms/application.h"
 #include "platform/gdi/picture.h"
 
@@ -40,6 +41,10 @@ void FrmListaImagenes::listImages()
     QStringList skipped;
     for (const QString& name :
          folder.entryList({mascara}, QDir::Files, QDir::Name | QDir::IgnoreCase)) {
+        if (name.contains(platform::fieldSeparators) || platform::firstOutsideWindows1252(name)) {
+            skipped.append(name); // no record could hold its path
+            continue;
+        }
         try {
             const QImage picture = platform::loadPicture(folder.filePath(name));
             listed.add(name, name).setIcon(imgImagenes_.add(name, picture));
@@ -57,7 +62,7 @@ void FrmListaImagenes::tellSkipped(const QStringList& names)
 {
     QString text;
     if (!names.isEmpty())
-        text = u"No se pueden leer (%1): %2"_s.arg(
+        text = u"No se pueden usar (%1): %2"_s.arg(
             QString::number(names.size()),
             names.mid(0, namesShown).join(u", "_s) + (names.size() > namesShown ? u"…"_s : u""_s));
     ui().lblEstado->setText(text);

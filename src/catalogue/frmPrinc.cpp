@@ -11,7 +11,6 @@
 #include "platform/forms/picture_box.h"
 #include "worldmap/frmMapa.h"
 
-#include <QCoreApplication>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -129,9 +128,6 @@ void FrmPrinc::save(Catalogue& catalogue)
             return;
         }
         const FrmProgreso::Run progress(catalogue.items.count());
-        // Let the progress window be painted; the user's input waits, so that nothing changes the
-        // list meanwhile.
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         saveCatalogue(catalogue, [&] { frmProgreso().advance(); });
     });
 }

@@ -133,7 +133,8 @@ void ItemEditor::attach(QWidget& window, platform::FormBase& form, const EditorK
 
     auto& name = control<QLineEdit>(nameControl());
     platform::guardText(name, platform::fieldSeparators);
-    QObject::connect(&name, &QLineEdit::textChanged, &window, &QWidget::setWindowTitle);
+    QObject::connect(&name, &QLineEdit::textChanged, &window,
+                     [this](const QString& text) { nameChanged(text); });
     if (kind.nameSelectsAll)
         new SelectAll(name);
     for (const EditorField& field : kind.fields) {
@@ -156,6 +157,19 @@ void ItemEditor::attach(QWidget& window, platform::FormBase& form, const EditorK
     auto& save = control<QToolButton>(u"cmdGuardar"_s);
     save.setIcon(platform::pixelIcon({QImage(u":/pictures/guardar.gif"_s)}));
     QObject::connect(&save, &QToolButton::clicked, &window, [this] { cmdGuardar_Click(); });
+}
+
+/// The name is the window's caption. One that begins with the mark of comments would be lost with
+/// its whole record, so the mark isn't taken.
+void ItemEditor::nameChanged(const QString& text)
+{
+    if (text.startsWith(commentMark)) {
+        auto& name = control<QLineEdit>(nameControl());
+        platform::showRefusal(name, QString(commentMark));
+        name.setText(text.sliced(1));
+        return;
+    }
+    window_->setWindowTitle(text);
 }
 
 void ItemEditor::fill(const ListItem& item, const QImage& picture)
@@ -230,6 +244,7 @@ void ItemEditor::save()
 void ItemEditor::addItem()
 {
     Catalogue& catalogue = kind_->catalogue();
+    checkRoom(catalogue);
     const QString key = itemKey();
     ListItem& item = catalogue.items.add(key, control<QLineEdit>(nameControl()).text());
     if (const QString image = control<QLineEdit>(imageControl()).text(); !image.isEmpty())
@@ -237,6 +252,7 @@ void ItemEditor::addItem()
         item.setIcon(
             catalogue.pictures.append(key, platform::loadPicture(platform::inAppFolder(image))));
     writeFields(item);
+    catalogue.items.sortAgain();
 }
 
 void ItemEditor::changeItem()
@@ -247,6 +263,7 @@ void ItemEditor::changeItem()
     item->setText(control<QLineEdit>(nameControl()).text());
     writeFields(*item);
     item->setKey(itemKey());
+    kind_->catalogue().items.sortAgain();
 }
 
 void ItemEditor::cmdBuscarImagenes_Click()

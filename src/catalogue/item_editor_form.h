@@ -51,6 +51,7 @@ private:
     QString itemKey() const;
     void cmdBuscarImagenes_Click();
     void showPicture();
+    void nameChanged(const QString& text);
 
     template <typename Control>
     Control& control(const QString& name) const;

@@ -2,6 +2,7 @@
 #include "platform/core/random_source.h"
 
 #include <QRegularExpression>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -15,10 +16,11 @@ const QString& Arguments::only(const QString& what) const
 
 QString Arguments::value(const QString& option) const
 {
-    const QString found = options.value(option);
-    if (found.isEmpty())
+    if (!has(option))
         throw UsageError{u"falta la opción --%1"_s.arg(option)};
-    return found;
+    if (options[option].isEmpty())
+        throw UsageError{u"la opción --%1 está vacía"_s.arg(option)};
+    return options[option];
 }
 
 int Arguments::number(const QString& option, int lowest, int highest,
@@ -38,7 +40,8 @@ void Arguments::seed() const
     bool isNumber = false;
     const quint64 number = value(u"semilla"_s).toULongLong(&isNumber);
     if (!isNumber)
-        throw UsageError{u"--semilla ha de ser un número entero de 0 en adelante"_s};
+        throw UsageError{u"--semilla ha de ser un número entero de 0 a %1"_s.arg(
+            std::numeric_limits<quint64>::max())};
     platform::randomSource().seed(number);
 }
 

@@ -15,6 +15,12 @@ using namespace Qt::StringLiterals;
 using platform::Error;
 using platform::ErrorNumber;
 
+namespace {
+
+constexpr qsizetype longestFileName = 255; // in bytes, on the usual file systems
+
+} // namespace
+
 Atlas::Atlas()
 {
     loadDefinitions(tiles, canvas.colTiles, canvas.colMascarasTiles);
@@ -51,6 +57,10 @@ void checkWritable(const QString& path)
         reason = u"no existe la carpeta"_s;
     else if (file.isDir())
         reason = u"es una carpeta"_s;
+    else if (file.exists() && !file.isFile())
+        reason = u"no es un archivo corriente"_s;
+    else if (file.fileName().toUtf8().size() > longestFileName)
+        reason = u"el nombre del archivo es demasiado largo"_s;
     else if (!(file.exists() ? file : folder).isWritable())
         reason = u"no hay permiso para escribir ahí"_s;
     if (!reason.isEmpty())

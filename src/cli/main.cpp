@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QTextStream>
 #include <algorithm>
+#include <cstdio>
 #include <new>
 #include <vector>
 
@@ -134,7 +135,10 @@ ExitCode run(const QStringList& words)
         return Success;
     }
     try {
-        return command->run(parse(*command, words.sliced(1)));
+        const ExitCode result = command->run(parse(*command, words.sliced(1)));
+        if (std::fflush(stdout) == 0 && !std::ferror(stdout))
+            return result;
+        err << u"kestrune-cli %1: no se puede escribir la respuesta.\n"_s.arg(command->name);
     } catch (const UsageError& fault) {
         err << u"kestrune-cli %1: %2.\n"_s.arg(command->name, fault.text) << usage;
     } catch (const platform::Error& error) {

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 ExitCode nombres(const Arguments& arguments)
 {
     constexpr int most = 1'000'000;
-    const int count = parseNumber(arguments.only(u"cuántos nombres"_s), 1, most, u"N"_s);
+    const int count = parseNumber(arguments.only(u"el número de nombres"_s), 1, most, u"N"_s);
     QString grammar = Procs::placeNames;
     if (arguments.has(u"gramatica"_s)) {
         // A path from the working folder, like any command's; else one of the program's own.

@@ -11,6 +11,7 @@
 #include "worldmap/map_file.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QTextStream>
 
 using namespace Qt::StringLiterals;
@@ -40,18 +41,32 @@ public:
                 loadCatalogue(catalogue, report_);
             });
         }
-        for (const QString& path : filesOf(u"gramaticas"_s, u"*.txt"_s))
+        QStringList grammars = filesOf(u"gramaticas"_s, u"*.txt"_s);
+        if (const QString needed = platform::inAppFolder(Procs::placeNames);
+            !grammars.contains(needed))
+            grammars.prepend(needed);
+        for (const QString& path : grammars)
             file([&] { Procs::checkGrammar(path, report_); });
         for (const QString& path : filesOf(u"mapas"_s, u"*.map"_s))
-            file([&] { map(path); });
+            file([&] {
+                if (map(path).nombre != QFileInfo(path).completeBaseName())
+                    report_(platform::TextFile{path, {}}.errorAt(
+                        0, u"el nombre del mapa no es el de su archivo"_s));
+            });
     }
 
     /// Throws Error when the file can't be read at all.
-    void map(const QString& path)
+    WorldMap map(const QString& path)
     {
-        readMapFile(
+        const WorldMap read = readMapFile(
             path, [&](const QString& name) { return pictures_.colTiles.contains(name); },
             [&](const QString& name) { return pictures_.colPines.contains(name); }, report_);
+        const platform::TextFile file{path, {}};
+        if (const std::optional<QString> problem = mapNameProblem(read.nombre))
+            report_(file.errorAt(0, *problem));
+        if (read.latNorte < read.latSur)
+            report_(file.errorAt(2, u"la latitud norte es menor que la sur"_s));
+        return read;
     }
 
     /// Counts a file, and reports what keeps it from being read.
@@ -89,12 +104,21 @@ private:
                 fault(tiles_.kind,
                       u"falta el tile «%1», o su imagen, que usa el generador."_s.arg(tile));
         }
-        for (int i = 0; i < tiles_.items.count(); ++i) {
-            const QString& tile = tiles_.items.at(i).key();
+        terrainNumbers();
+    }
+
+    /// Costs and temperatures, which roads and climate read only when they come to a tile.
+    void terrainNumbers()
+    {
+        const platform::TextFile file =
+            platform::readTextFile(platform::inAppFolder(u"ini\\"_s + tiles_.kind.file));
+        for (std::size_t line = 0; line < file.lines.size(); ++line) {
+            const platform::ListItem* const tile =
+                tiles_.items.find(file.lines[line].section(u';', 0, 0));
             for (const QString& field : {u"costo"_s, u"temperatura"_s}) {
-                if (!numberField(tiles_, tile, field))
-                    fault(tiles_.kind,
-                          u"el dato «%1» del tile «%2» no es un número."_s.arg(field, tile));
+                // A line that could not be read has been told of.
+                if (tile && tile->hasSubItem(field) && !numberField(tiles_, tile->key(), field))
+                    report_(file.errorAt(line, u"el dato «%1» no es un número"_s.arg(field)));
             }
         }
     }

@@ -8,6 +8,8 @@
 #include "worldmap/hex_geometry.h"
 #include "worldmap/map_file.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <QTextStream>
 #include <algorithm>
@@ -82,10 +84,18 @@ ExitCode generar(const Arguments& arguments)
     generarMundo(map, atlas.pins);
     if (arguments.has(u"nombre"_s))
         map.nombre = arguments.value(u"nombre"_s);
-    // The picture first: it's the one that may find no room.
+    const QByteArray bytes = mapFileBytes(map);
+    // The picture first: it's the larger one. If the map then finds no room, it goes again.
+    const bool replaces = QFileInfo::exists(picture);
     if (!picture.isEmpty())
         platform::writeFileAtomically(picture, atlas.png(map, scale));
-    writeMapFile(map, target);
+    try {
+        platform::writeFileAtomically(target, bytes);
+    } catch (const platform::Error&) {
+        if (!picture.isEmpty() && !replaces)
+            QFile::remove(picture);
+        throw;
+    }
 
     QTextStream out(stdout);
     out << u"Mapa: %1 («%2», %3 lugares)\n"_s.arg(

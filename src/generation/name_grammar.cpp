@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QSet>
 #include <algorithm>
 #include <limits>
 #include <vector>
@@ -56,6 +57,8 @@ private:
 
     void addRule(QStringView piece, const OnFault& onFault);
     std::optional<QString> problemOf(QStringView text) const;
+    bool canEnd(QStringList& files) const;
+    static bool fileCanEnd(const QString& path, QStringList& files);
     void addAlternative(Rule& rule, QStringView line) const;
     QStringView pick(const Rule& rule) const;
     Error faultyLine(QStringView place, const QString& reason) const;
@@ -65,6 +68,20 @@ private:
     std::vector<Rule> rules_;
     QHash<QString, std::size_t> byName_; ///< by the name in small letters
 };
+
+/// The names that stand between two marks in a text.
+QStringList namesBetween(QStringView text, QChar open, QChar close)
+{
+    QStringList names;
+    for (qsizetype start = text.indexOf(open); start >= 0;) {
+        const qsizetype end = text.indexOf(close, start);
+        if (end < 0)
+            break;
+        names.append(text.sliced(start + 1, end - start - 1).toString());
+        start = text.indexOf(open, end);
+    }
+    return names;
+}
 
 bool isLineEnd(QChar c)
 {
@@ -176,26 +193,75 @@ void Grammar::check(const OnFault& onFault) const
                 onFault(faultyLine(alternative.text, *problem));
         }
     }
+    QStringList files{path_};
+    if (!rules_.empty() && !canEnd(files))
+        onFault(faulty(path_, u"la regla «%1» no termina nunca"_s.arg(rules_.front().name)));
 }
 
 /// What is wrong with the references and inclusions of an alternative, if anything.
 std::optional<QString> Grammar::problemOf(QStringView text) const
 {
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const bool isReference = text[at] == u'<';
-        if (!isReference && text[at] != u'{')
-            continue;
-        const qsizetype end = text.indexOf(isReference ? u'>' : u'}', at);
-        if (end < 0)
-            return u"falta «%1» detrás de «%2»"_s.arg(isReference ? u'>' : u'}').arg(text[at]);
-        const QString name = text.sliced(at + 1, end - at - 1).toString();
-        if (isReference && !byName_.contains(name.toLower()))
-            return u"no existe la regla «%1»"_s.arg(name);
-        if (!isReference && !QFileInfo(platform::inAppFolder(name)).isFile())
-            return u"no se encuentra el archivo «%1»"_s.arg(name);
-        at = end;
+    for (const auto& [open, close] : {std::pair<QChar, QChar>(u'<', u'>'), {u'{', u'}'}}) {
+        qsizetype end = -1;
+        for (qsizetype start = text.indexOf(open); start >= 0; start = text.indexOf(open, end)) {
+            if (const qsizetype stray = text.indexOf(close, end + 1); stray >= 0 && stray < start)
+                return u"«%1» está delante de «%2»"_s.arg(close).arg(open);
+            end = text.indexOf(close, start);
+            if (end < 0)
+                return u"falta «%1» detrás de «%2»"_s.arg(close).arg(open);
+            const QString name = text.sliced(start + 1, end - start - 1).toString();
+            if (open == u'<' && !byName_.contains(name.toLower()))
+                return u"no existe la regla «%1»"_s.arg(name);
+            if (open == u'{' && !QFileInfo(platform::inAppFolder(name)).isFile())
+                return u"no se encuentra el archivo «%1»"_s.arg(name);
+        }
     }
     return std::nullopt;
+}
+
+/// Whether an expansion of the first rule can come to an end. `files` are those being expanded,
+/// from the outermost to this one, which a name can't wait for.
+bool Grammar::canEnd(QStringList& files) const
+{
+    QSet<QString> ending; // rules known to be able to end, by their names in small letters
+    const auto isEnding = [&](const Alternative& alternative) {
+        for (const QString& name : namesBetween(alternative.text, u'<', u'>')) {
+            if (byName_.contains(name.toLower()) && !ending.contains(name.toLower()))
+                return false;
+        }
+        for (const QString& name : namesBetween(alternative.text, u'{', u'}')) {
+            if (!fileCanEnd(platform::inAppFolder(name), files))
+                return false;
+        }
+        return true;
+    };
+    for (bool found = true; found;) {
+        found = false;
+        for (const Rule& rule : rules_) {
+            const QString name = rule.name.toString().toLower();
+            if (!ending.contains(name) &&
+                std::any_of(rule.alternatives.begin(), rule.alternatives.end(), isEnding)) {
+                ending.insert(name);
+                found = true;
+            }
+        }
+    }
+    return ending.contains(rules_.front().name.toString().toLower());
+}
+
+bool Grammar::fileCanEnd(const QString& path, QStringList& files)
+{
+    if (files.contains(path) || files.size() > maxNestedFiles)
+        return false;
+    try {
+        const Grammar grammar(path);
+        files.append(path);
+        const bool ends = grammar.canEnd(files);
+        files.removeLast();
+        return ends;
+    } catch (const Error&) {
+        return true; // its own faults are told of elsewhere
+    }
 }
 
 Error Grammar::faultyLine(QStringView place, const QString& reason) const

@@ -8,23 +8,44 @@
 #include "worldmap/map_file.h"
 
 #include <QKeyEvent>
+#include <cstdlib>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 using platform::MsgBox::Icon;
 
 namespace {
 
-// Item i of the north list is 90 - 15 i, of the south list 75 - 15 i: the same position in both is
-// the smallest span allowed.
+// Item i of the north list is 90 - 15 i, of the south list 75 - 15 i.
 constexpr int northernmost = 90;
 constexpr int latitudeStep = 15;
 constexpr int latitudeCount = 12;
 constexpr int firstNorth = 3; // 45
 constexpr int firstSouth = 8; // -45
 
+/// Shows a number in a list. One that the list doesn't offer, as a map may have, stands at its end
+/// while it is shown.
 void showNumber(QComboBox& list, int number)
 {
-    list.setCurrentIndex(list.findText(QString::number(number)));
+    constexpr int isExtra = Qt::UserRole;
+    if (const int last = list.count() - 1; list.itemData(last, isExtra).toBool())
+        list.removeItem(last);
+    const QString text = QString::number(number);
+    if (list.findText(text) < 0)
+        list.addItem(text, true);
+    list.setCurrentIndex(list.findText(text));
+}
+
+/// Chooses the number nearest to the wanted one among those that are allowed.
+void chooseNearest(QComboBox& list, int wanted, const std::function<bool(int)>& isAllowed)
+{
+    int best = -1;
+    const auto distance = [&](int item) { return std::abs(list.itemText(item).toInt() - wanted); };
+    for (int item = 0; item < list.count(); ++item) {
+        if (isAllowed(list.itemText(item).toInt()) && (best < 0 || distance(item) < distance(best)))
+            best = item;
+    }
+    list.setCurrentIndex(best);
 }
 
 void warn(const QString& text, Icon icon)
@@ -93,31 +114,29 @@ bool FrmMapProperties::Form_KeyDown(const QKeyEvent& event)
     return true;
 }
 
-/// Keeps the north list's position at or before the south list's: the list that the user chose from
-/// is set back, and a message says why.
+/// Keeps the north at least a step above the south: the list that the user chose from is set back
+/// to the nearest latitude that is, and a message says why.
 void FrmMapProperties::latitudeChosen(bool north)
 {
     QComboBox& norths = *ui().cmbLatitudNorte;
     QComboBox& souths = *ui().cmbLatitudSur;
-    if (norths.currentIndex() < 0 || souths.currentIndex() < 0)
-        return;
-    if (norths.currentIndex() <= souths.currentIndex()) {
+    const int lowestNorth = souths.currentText().toInt() + latitudeStep;
+    const int highestSouth = norths.currentText().toInt() - latitudeStep;
+    if (norths.currentText().toInt() >= lowestNorth) {
         updateZona();
         return;
     }
     if (north) {
-        norths.setCurrentIndex(souths.currentIndex());
+        chooseNearest(norths, lowestNorth, [&](int latitude) { return latitude >= lowestNorth; });
         warn(u"No puede seleccionar una latitud norte menor que la latitud sur."_s, Icon::Critical);
     } else {
-        souths.setCurrentIndex(norths.currentIndex());
+        chooseNearest(souths, highestSouth, [&](int latitude) { return latitude <= highestSouth; });
         warn(u"No puede seleccionar una latitud sur mayor que la latitud norte."_s, Icon::Critical);
     }
 }
 
 void FrmMapProperties::updateZona()
 {
-    if (ui().cmbLatitudNorte->currentIndex() < 0 || ui().cmbLatitudSur->currentIndex() < 0)
-        return;
     const int span =
         ui().cmbLatitudNorte->currentText().toInt() - ui().cmbLatitudSur->currentText().toInt();
     ui().lblZona->setText(QString::number(span));

@@ -80,7 +80,10 @@ private:
     void imgMapa_MouseUp(Qt::MouseButton button);
     /// The cell under the mouse, in map coordinates.
     QPoint mapCell() const { return mouseCell + QPoint(currX, currY); }
-    bool onMap(QPoint cell) const { return mapaTiles.contains(cell.y(), cell.x()); }
+    /// Whether the mouse is over a cell of the map that can be seen.
+    bool mouseOnMap() const { return isShown(mouseCell); }
+    /// Whether a cell, relative to the view, isn't above or left of it and lies on the map.
+    bool isShown(QPoint viewCell) const;
     void dragPaint(QPoint from, QPoint to);
     void paintTile(QPoint cell);
     void setPlace(QPoint cell);

@@ -15,16 +15,6 @@ using namespace Qt::StringLiterals;
 
 using platform::MsgBox::Icon;
 
-namespace {
-
-/// The number chosen from a list, or the old one when none is: the map's isn't among those offered.
-int chosenNumber(const QComboBox& list, int old)
-{
-    return list.currentIndex() < 0 ? old : list.currentText().toInt();
-}
-
-} // namespace
-
 void FrmMapa::newMapa()
 {
     const QString tile = frmTiles().selectedName();
@@ -49,10 +39,10 @@ void FrmMapa::newFromProperties()
 
     const QString tile = frmTiles().selectedName();
     selectTile(tile); // both fail before anything is changed
-    ancho = chosenNumber(*dialog.cmbAncho, ancho);
-    alto = chosenNumber(*dialog.cmbAlto, alto);
-    latNorte = chosenNumber(*dialog.cmbLatitudNorte, latNorte);
-    latSur = chosenNumber(*dialog.cmbLatitudSur, latSur);
+    ancho = dialog.cmbAncho->currentText().toInt();
+    alto = dialog.cmbAlto->currentText().toInt();
+    latNorte = dialog.cmbLatitudNorte->currentText().toInt();
+    latSur = dialog.cmbLatitudSur->currentText().toInt();
     notasMapa = dialog.txtNotas->toPlainText();
     nombre = dialog.txtNombre->text();
     newMapa();
@@ -72,8 +62,8 @@ void FrmMapa::editProperties()
     if (frmMapProperties().cancelado)
         return;
     notasMapa = dialog.txtNotas->toPlainText();
-    latNorte = chosenNumber(*dialog.cmbLatitudNorte, latNorte);
-    latSur = chosenNumber(*dialog.cmbLatitudSur, latSur);
+    latNorte = dialog.cmbLatitudNorte->currentText().toInt();
+    latSur = dialog.cmbLatitudSur->currentText().toInt();
     setNombre(dialog.txtNombre->text());
 }
 

@@ -17,7 +17,7 @@ void FrmMapa::imgMapa_MouseMove(QPoint position, Qt::MouseButtons held)
 {
     mouseCell = hex::cellAt(position);
     const QPoint cell = mapCell();
-    const QString place = onMap(cell) ? mapaPines(cell.y(), cell.x()) : QString();
+    const QString place = mouseOnMap() ? mapaPines(cell.y(), cell.x()) : QString();
     ui().imgMapa->setToolTip(place.isEmpty() ? QString() : Place::fromStored(place).name);
     ui().lblPosicion->setText(u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()));
 
@@ -43,20 +43,27 @@ void FrmMapa::dragPaint(QPoint from, QPoint to)
     const int steps = std::max({1, std::abs(way.x()), std::abs(way.y())});
     std::optional<QPoint> last;
     for (int step = 0; step <= steps; ++step) {
-        const QPoint cell = hex::cellAt(from + way * step / steps) + QPoint(currX, currY);
-        if (cell == last)
+        const QPoint viewCell = hex::cellAt(from + way * step / steps);
+        if (viewCell == last)
             continue;
-        last = cell;
-        if (onMap(cell) && mapaPines(cell.y(), cell.x()).isEmpty())
+        last = viewCell;
+        const QPoint cell = viewCell + QPoint(currX, currY);
+        if (isShown(viewCell) && mapaPines(cell.y(), cell.x()).isEmpty())
             paintTile(cell);
     }
 }
 
+bool FrmMapa::isShown(QPoint viewCell) const
+{
+    return viewCell.x() >= 0 && viewCell.y() >= 0 &&
+           mapaTiles.contains(viewCell.y() + currY, viewCell.x() + currX);
+}
+
 void FrmMapa::imgMapa_Click()
 {
-    const QPoint cell = mapCell();
-    if (!onMap(cell))
+    if (!mouseOnMap())
         return;
+    const QPoint cell = mapCell();
     if (accion == PaintTiles)
         paintTile(cell);
     else if (accion == SetPlaces)
@@ -74,8 +81,6 @@ void FrmMapa::paintTile(QPoint cell)
     }
     selectTile(tile); // fails, with nothing changed, for a tile without a picture
     mapaCambiado = true;
-    if (painted == tile)
-        return;
     painted = tile;
     showEdit(cell);
 }

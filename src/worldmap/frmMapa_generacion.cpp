@@ -27,7 +27,7 @@ void FrmMapa::generarMapa()
 void FrmMapa::imgMapa_MouseUp(Qt::MouseButton button)
 {
     const QPoint cell = mapCell();
-    if (accion != DrawRoads || !onMap(cell))
+    if (accion != DrawRoads || !mouseOnMap())
         return;
     if (button == Qt::LeftButton) {
         inicioX = cell.x();

@@ -241,18 +241,21 @@ void writeMapFile(const WorldMap& map)
 
 void writeMapFile(const WorldMap& map, const QString& path)
 {
+    platform::writeFileAtomically(path, mapFileBytes(map));
+}
+
+QByteArray mapFileBytes(const WorldMap& map)
+{
     const auto fail = [&](ErrorNumber number, const QString& reason) {
         return Error(number, u"No se puede guardar el mapa «%1»: %2."_s.arg(map.nombre, reason));
     };
     if (const std::optional<QString> problem = mapNameProblem(map.nombre))
         throw fail(ErrorNumber::BadName, *problem);
-    QByteArray bytes;
     try {
-        bytes = platform::toWindows1252(mapFileText(map));
+        return platform::toWindows1252(mapFileText(map));
     } catch (const Error& error) {
         throw fail(error.number, error.description);
     }
-    platform::writeFileAtomically(path, bytes);
 }
 
 QString mapFilePath(const QString& mapName)
@@ -262,7 +265,10 @@ QString mapFilePath(const QString& mapName)
 
 QString asPlaceName(const QString& name)
 {
-    return platform::withoutSeparators(name, platform::mapSeparators).simplified();
+    QString clean = name;
+    for (QChar& c : clean)
+        c = platform::withoutSeparator(c, platform::mapSeparators);
+    return clean.simplified();
 }
 
 QString asMapName(const QString& name)
@@ -277,6 +283,8 @@ QString asMapName(const QString& name)
         clean.remove(0, 1);
     while (clean.endsWith(u'.') || clean.endsWith(u' '))
         clean.chop(1);
+    if (clean.isEmpty())
+        return u"Mapa"_s;
     return mapNameProblem(clean) ? u"Mapa "_s + clean : clean;
 }
 

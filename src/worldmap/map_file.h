@@ -21,6 +21,8 @@ WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefin
 /// or writing fails; an old file is whole.
 void writeMapFile(const WorldMap& map);
 void writeMapFile(const WorldMap& map, const QString& path);
+/// What writeMapFile writes. Throws as it does, but for writing.
+QByteArray mapFileBytes(const WorldMap& map);
 
 /// The path of the file of a map of that name.
 QString mapFilePath(const QString& mapName);

@@ -28,13 +28,6 @@ std::optional<char> encode(char16_t character)
     return static_cast<char>(firstHigh + (found - highControls.begin()));
 }
 
-// A line break inside notes, which the files have no other way to hold.
-const QString& lineBreakMark()
-{
-    static const QString mark(QChar(u'\u00B6'));
-    return mark;
-}
-
 QString codePointAt(QStringView text, qsizetype index)
 {
     const bool pair = text[index].isHighSurrogate() && index + 1 < text.size() &&
@@ -78,23 +71,23 @@ std::optional<QString> firstOutsideWindows1252(QStringView text)
     return std::nullopt;
 }
 
-QString withoutSeparators(QString text, const QString& separators)
+QChar withoutSeparator(QChar c, const QString& separators)
 {
-    for (const QChar separator : separators)
-        text.replace(separator, separator == u';' ? u',' : u'/');
-    return text;
+    if (!separators.contains(c))
+        return c;
+    return c == u';' ? u',' : u'/';
 }
 
 QString notesToFile(QString notes)
 {
-    return notes.replace(u"\r\n"_s, lineBreakMark())
-        .replace(u"\r"_s, lineBreakMark())
-        .replace(u"\n"_s, lineBreakMark());
+    return notes.replace(u"\r\n"_s, QString(lineBreakMark))
+        .replace(u'\r', lineBreakMark)
+        .replace(u'\n', lineBreakMark);
 }
 
 QString notesFromFile(QString line)
 {
-    return line.replace(lineBreakMark(), u"\n"_s);
+    return line.replace(lineBreakMark, u'\n');
 }
 
 } // namespace platform

@@ -21,8 +21,11 @@ std::optional<QString> firstOutsideWindows1252(QStringView text);
 inline const QString fieldSeparators = QStringLiteral(";");
 inline const QString mapSeparators = QStringLiteral(";|");
 
-/// The text with such characters turned into "," and "/".
-QString withoutSeparators(QString text, const QString& separators);
+/// What a character that separates fields is turned into: "," or "/"; any other stays.
+QChar withoutSeparator(QChar c, const QString& separators);
+
+/// The mark that stands for a line break of notes in a file.
+inline constexpr QChar lineBreakMark = u'\u00B6';
 
 /// Notes as a file holds them, on one line: line breaks become a mark. And back.
 QString notesToFile(QString notes);

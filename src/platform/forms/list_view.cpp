@@ -46,6 +46,8 @@ protected:
     {
         QStyledItemDelegate::initStyleOption(option, index);
         option->text.replace(QChar::LineSeparator, u' '); // a row is one line high
+        if (option->displayAlignment & Qt::AlignRight)    // a number without its end is another one
+            option->textElideMode = Qt::ElideLeft;
         const int position = index.data(ListItems::IconRole).toInt();
         if (position == 0)
             return;

@@ -4,13 +4,18 @@
 
 class QLineEdit;
 class QPlainTextEdit;
+class QWidget;
 
 namespace platform {
 
 /// Keeps a text box to what the data files can hold, as the text enters and where the user sees it:
-/// the characters that separate fields there turn into others (";" into ",", "|" into "/");
-/// characters outside the files' code page are left out, and a tip says so.
+/// the characters that separate fields there turn into others (";" into ",", "|" into "/"), line
+/// breaks in a box of one line into blanks; characters outside the files' code page, and the mark
+/// that stands for a line break, are left out, and a tip says so.
 void guardText(QLineEdit& box, const QString& separators = mapSeparators);
 void guardText(QPlainTextEdit& box, const QString& separators = mapSeparators);
+
+/// Says in a tip below a box that it doesn't take a character.
+void showRefusal(QWidget& box, const QString& character);
 
 } // namespace platform
