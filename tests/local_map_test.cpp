@@ -169,8 +169,21 @@ TEST(LocalMap, TreesAndBuildingsComeInTheirNumbers)
         SCOPED_TRACE(seed);
         platform::randomSource().seed(static_cast<std::uint64_t>(seed));
         Sketch sketch = emptySketch();
-        layBand(sketch, layRiver(sketch));
+        const bool riverDownwards = layRiver(sketch);
+        const int river = sketch.marcas;
+        layBand(sketch, riverDownwards);
         const Rejilla bare = sketch.rejilla;
+        // The band overwrites the river, and its cells count again.
+        EXPECT_EQ(sketch.marcas, river + std::count(bare.begin(), bare.end(), 'M'));
+        platform::randomSource().seed(static_cast<std::uint64_t>(seed));
+        Sketch bandAlone = emptySketch();
+        layRiver(bandAlone);
+        std::fill(bandAlone.rejilla.begin(), bandAlone.rejilla.end(), ' ');
+        layBand(bandAlone, riverDownwards);
+        for (int y = 0; y < side; ++y) {
+            for (int x = 0; x < side; ++x)
+                EXPECT_EQ(bare(y, x) == 'M', bandAlone.rejilla(y, x) == 'M');
+        }
         plantTrees(sketch);
         int trees = 0;
         for (int y = 0; y < side; ++y) {
@@ -182,20 +195,20 @@ TEST(LocalMap, TreesAndBuildingsComeInTheirNumbers)
         EXPECT_EQ(trees, 9 * (2500 - sketch.marcas) / 100);
 
         for (int building = 0; building < 4; ++building) {
-            Rejilla before = sketch.rejilla;
-            build(sketch.rejilla);
-            // Four by one, walls never stand without a wall beside them, around every inside.
-            const Rejilla& grid = sketch.rejilla;
-            EXPECT_NE(grid, before);
-            for (int y = 0; y < side; ++y) {
-                for (int x = 0; x < side; ++x) {
-                    if (grid(y, x) != 'B')
-                        continue;
-                    ASSERT_TRUE(y > 0 && x > 0 && y < side - 1 && x < side - 1);
-                    for (const auto& [dy, dx] : {std::pair(0, 1), {1, 0}, {0, -1}, {-1, 0}})
-                        ASSERT_TRUE(grid(y + dy, x + dx) == 'B' || grid(y + dy, x + dx) == 'C');
-                }
+            const auto again = static_cast<std::uint64_t>(10 * seed + building);
+            platform::randomSource().seed(again);
+            const int w = Procs::RandomInRange(4, 8) + 1;
+            const int h = Procs::RandomInRange(4, 8) + 1;
+            Rejilla wanted = sketch.rejilla;
+            const QPoint corner = bestPlace(wanted, {w, h});
+            for (int y = 0; y < h; ++y) {
+                for (int x = 0; x < w; ++x)
+                    wanted(corner.y() + y, corner.x() + x) =
+                        y == 0 || y == h - 1 || x == 0 || x == w - 1 ? 'C' : 'B';
             }
+            platform::randomSource().seed(again);
+            build(sketch.rejilla);
+            ASSERT_EQ(sketch.rejilla, wanted);
         }
     }
     // One building on open ground covers a rectangle of five to nine cells a side.
@@ -263,8 +276,10 @@ TEST(LocalMap, AGenerationBeginsAnew)
     LocalMap map;
     map.currX = 7;
     map.currY = 9;
+    const platform::Grid<QString> byHand = nameTiles(layOut(5));
     platform::randomSource().seed(5);
     generarMapaLocal(map);
+    EXPECT_EQ(map.mapaLocal, byHand);
     EXPECT_EQ(QSize(map.mapaLocal.columns(), map.mapaLocal.rows()), QSize(side, side));
     EXPECT_EQ(QPoint(map.currX, map.currY), QPoint());
     EXPECT_TRUE(map.mapaCambiado);
@@ -315,4 +330,24 @@ TEST(LocalMap, GrassShowsThroughMasksAndWhereTilesAreMissing)
     QStringList missing = canvas.renderMapa(map);
     missing.sort();
     EXPECT_EQ(missing, (QStringList{u"a4"_s, u"i1"_s}));
+
+    // Nothing of an earlier map shows, whatever is missing; small pictures stand on grass.
+    canvas.colTilesLocales[u"i1"_s] =
+        std::make_shared<platform::MemoryDC>(QImage(24, 24, QImage::Format_RGB32));
+    canvas.renderMapa(map);
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            if (map.mapaLocal(y, x) == "i1"_L1) {
+                ASSERT_NE(canvas.hdcBuffer.image().pixel(32 * x + 30, 32 * y + 30), 0xff000000);
+            }
+        }
+    }
+    for (int kind = 1; kind <= grassKinds; ++kind)
+        canvas.colTilesLocales.remove(grassTile(kind));
+    LocalCanvas fresh = canvas;
+    fresh.hdcBuffer = {};
+    generarMapaLocal(map);
+    canvas.renderMapa(map);
+    fresh.renderMapa(map);
+    EXPECT_EQ(canvas.hdcBuffer.image(), fresh.hdcBuffer.image());
 }

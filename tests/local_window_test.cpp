@@ -36,8 +36,10 @@ TEST_F(LocalWindowTest, GeneratingAsksOnlyAboutAChangedMap)
     EXPECT_TRUE(frmMapaLocal().isVisible());
     EXPECT_FALSE(frmMapaLocal().hdcBuffer.isNull());
     const QImage empty = view();
-    for (QAction* const idle : {ui.nuevo, ui.abrir, ui.guardar, ui.propiedades, ui.pines})
+    for (QAction* const idle : {ui.nuevo, ui.abrir, ui.guardar, ui.propiedades, ui.pines}) {
+        EXPECT_FALSE(idle->isEnabled());
         push(idle);
+    }
     EXPECT_EQ(view(), empty);
     push(ui.generar);
     EXPECT_NE(view(), empty);
@@ -79,13 +81,16 @@ TEST_F(LocalWindowTest, TheMinimapServesTheWindowThatShowedItLast)
     push(ui.generar);
     press(frmMapa().ui().minimapa);
     platform::PictureBox& picture = *frmMinimap().ui().imgMinimap;
-    const QImage world = picture.dc().image().copy();
     EXPECT_EQ(picture.width(), qRound(177.0 * 550 / 707));
 
     push(ui.minimapa);
     EXPECT_FALSE(frmMapa().ui().minimapa->isChecked());
     EXPECT_EQ(picture.size(), QSize(177, 177));
-    EXPECT_NE(picture.dc().image(), world);
+    platform::MemoryDC reduced(177, 177);
+    reduced.SetStretchBltMode(platform::StretchMode::HALFTONE);
+    reduced.StretchBlt(0, 0, 177, 177, frmMapaLocal().hdcBuffer, 0, 0, 1600, 1600,
+                       platform::RasterOp::SRCCOPY);
+    EXPECT_EQ(picture.dc().image(), reduced.image());
     EXPECT_NEAR(frmMinimap().ui().imgSelector->width(), 177.0 * ui.imgMapa->width() / 1600, 1);
     QTest::mouseClick(&picture, Qt::LeftButton, {}, QPoint(120, 140));
     EXPECT_GT(frmMapaLocal().currX, 10);

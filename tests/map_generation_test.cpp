@@ -97,6 +97,7 @@ TEST_F(MapGenerationTest, TwoClicksDrawARoad)
     click(8, 5);
     EXPECT_EQ(frmMapa().hdcBuffer.image().copy(QRect(hex::cellOrigin(8, 5), QSize(11, 14))),
               plain.copy(QRect(hex::cellOrigin(8, 5), QSize(11, 14))));
+    press(ui.caminos); // released, and pressed again
     press(ui.caminos);
 
     // The end first, then the start; a cell with itself; ends outside; no way through.

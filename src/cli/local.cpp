@@ -21,7 +21,7 @@ void print(const LocalMap& map)
     }
 }
 
-void draw(const LocalMap& map, const QString& picture)
+ExitCode draw(const LocalMap& map, const QString& picture)
 {
     LocalCanvas canvas;
     Palette tiles(tilesLocalesKind());
@@ -34,6 +34,7 @@ void draw(const LocalMap& map, const QString& picture)
     QTextStream(stdout) << u"Imagen: %1 (%2 × %3 píxeles)\n"_s.arg(
         picture, QString::number(canvas.hdcBuffer.width()),
         QString::number(canvas.hdcBuffer.height()));
+    return missing.isEmpty() ? Success : No;
 }
 
 } // namespace
@@ -55,6 +56,5 @@ ExitCode local(const Arguments& arguments)
     const QString picture = arguments.value(u"png"_s);
     checkWritable(picture);
     generarMapaLocal(map);
-    draw(map, picture);
-    return Success;
+    return draw(map, picture);
 }

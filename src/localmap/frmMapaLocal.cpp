@@ -46,8 +46,11 @@ void FrmMapaLocal::loadTilesLocales()
 
 void FrmMapaLocal::Form_Activate()
 {
-    if (hdcBuffer.isNull())
-        crearBuffer(ancho, alto);
+    if (!hdcBuffer.isNull())
+        return;
+    crearBuffer(ancho, alto);
+    drawMinimap();
+    scrollMapa();
 }
 
 void FrmMapaLocal::Form_Unload()

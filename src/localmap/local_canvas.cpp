@@ -13,6 +13,12 @@ struct TilePictures {
     const MemoryDC* mask = nullptr;
 };
 
+bool coversCell(const TilePictures& tile)
+{
+    return tile.picture && !tile.mask && tile.picture->width() >= LocalCanvas::anchoTile &&
+           tile.picture->height() >= LocalCanvas::altoTile;
+}
+
 } // namespace
 
 void LocalCanvas::crearBuffer(int ancho, int alto)
@@ -35,6 +41,8 @@ QStringList LocalCanvas::renderMapa(const LocalMap& map)
 {
     if (hdcBuffer.width() != anchoTile * map.ancho || hdcBuffer.height() != altoTile * map.alto)
         crearBuffer(map.ancho, map.alto);
+    else
+        hdcBuffer.fill(qRgb(0, 0, 0));
     QStringList missing;
     NameCache<TilePictures> tiles;
     const auto find = [&](const QString& name) {
@@ -51,7 +59,7 @@ QStringList LocalCanvas::renderMapa(const LocalMap& map)
             // The kind of grass is drawn for every cell, but laid only where it can be seen.
             const QString& grass = grassTile(Procs::RandomInRange(1, grassKinds));
             const TilePictures tile = find(map.mapaLocal(y, x));
-            if (!tile.picture || tile.mask) {
+            if (!coversCell(tile)) {
                 if (const TilePictures ground = find(grass); ground.picture)
                     drawTile(hdcBuffer, x, y, *ground.picture, nullptr);
             }

@@ -10,12 +10,21 @@
 #include <QTextDocument>
 #include <QToolTip>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 namespace {
 
 // Room for an icon and up to four lines of text, in pixels.
 constexpr int iconCellWidth = 112;
 constexpr int iconCellHeight = 92;
+
+QImage transparentPicture()
+{
+    QImage picture(ListView::smallIconSize, ListView::smallIconSize, QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    return picture;
+}
 
 /// Draws an item's picture, which the list knows only by its position, before its text.
 class IconDelegate final : public QStyledItemDelegate
@@ -48,18 +57,20 @@ protected:
         option->text.replace(QChar::LineSeparator, u' '); // a row is one line high
         if (option->displayAlignment & Qt::AlignRight)    // a number without its end is another one
             option->textElideMode = Qt::ElideLeft;
-        const int position = index.data(ListItems::IconRole).toInt();
-        if (position == 0)
+        if (index.column() != 0)
             return;
+        // An item without a picture keeps its place free, so that the texts stand in one line.
         option->features |= QStyleOptionViewItem::HasDecoration;
-        option->icon = iconAt(position);
+        option->icon = iconAt(index.data(ListItems::IconRole).toInt());
         option->decorationSize = view_->iconSize();
     }
 
 private:
     const QIcon& iconAt(int position) const
     {
-        const QImage picture = pictures_->at(position);
+        QImage picture = pictures_->at(position);
+        if (picture.isNull())
+            picture = nothing_;
         const auto known = icons_.find(picture.cacheKey());
         return known != icons_.end() ? *known
                                      : *icons_.insert(picture.cacheKey(), pixelIcon({picture}));
@@ -67,6 +78,7 @@ private:
 
     QAbstractItemView* view_;
     const ImageList* pictures_;
+    const QImage nothing_ = transparentPicture();
     mutable QHash<qint64, QIcon> icons_; // by the picture's cache key; pictures never change
 };
 
@@ -107,6 +119,10 @@ void attach(QAbstractItemView& view, ListItems& items, const ImageList& icons)
 ListView::ListView(QWidget* parent) : QTreeView(parent)
 {
     setHeader(new ElidingHeader(this));
+    // The columns' widths were chosen for this font, or for one as narrow.
+    QFont narrow = font();
+    narrow.setFamily(u"MS Sans Serif"_s);
+    setFont(narrow);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
