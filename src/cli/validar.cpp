@@ -58,7 +58,7 @@ public:
     /// Throws Error when the file can't be read at all.
     WorldMap map(const QString& path)
     {
-        const WorldMap read = readMapFile(
+        WorldMap read = readMapFile(
             path, [&](const QString& name) { return pictures_.colTiles.contains(name); },
             [&](const QString& name) { return pictures_.colPines.contains(name); }, report_);
         const platform::TextFile file{path, {}};

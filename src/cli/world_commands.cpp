@@ -27,7 +27,7 @@ QString pictureTarget(const Arguments& arguments, const QString& map)
 {
     if (!arguments.has(u"png"_s))
         return {};
-    const QString picture = arguments.value(u"png"_s);
+    QString picture = arguments.value(u"png"_s);
     if (isSameFile(picture, map))
         throw UsageError{u"la imagen ocuparía el lugar del mapa"_s};
     checkWritable(picture);
