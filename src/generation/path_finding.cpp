@@ -5,6 +5,7 @@
 #include "worldmap/name_cache.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +20,10 @@ using platform::Grid;
 namespace {
 
 /// A node whose cost and estimate together reach this is never chosen.
-constexpr std::int64_t outOfReach = 100'000;
+constexpr std::int32_t outOfReach = 100'000;
+
+/// Costs below 0 add up no further than to this.
+constexpr std::int32_t lowestCost = -1'000'000'000;
 
 using Index = std::uint32_t;
 
@@ -30,21 +34,25 @@ int distance(QPoint a, QPoint b)
     return static_cast<int>(std::sqrt(dx * dx + dy * dy));
 }
 
-/// What the search knows of one cell.
+/// What every step of the search asks of a cell, kept small for the processor's cache.
 struct clsNodo {
-    std::int64_t G = closed; ///< cost of the way from the start, or one of the marks below
-    int cost = 0;            ///< of entering the cell
-    int H = 0;               ///< estimated rest
-    Index padre = 0;         ///< the cell it was reached from; 0 for the start
-    Index order = 0;         ///< when it was added to the open list
+    std::int32_t G = closed; ///< cost of the way from the start, or one of the marks below
+    std::int32_t cost = 0;   ///< of entering the cell
 
     // In G, so that one comparison tells whether a way to the cell is worth a look: none is cheaper
     // than a closed node, which a cell that can't be entered is from the beginning, and every one
     // is cheaper than none at all.
-    static constexpr std::int64_t closed = std::numeric_limits<std::int64_t>::min();
-    static constexpr std::int64_t unknown = std::numeric_limits<std::int64_t>::max();
+    static constexpr std::int32_t closed = std::numeric_limits<std::int32_t>::min();
+    static constexpr std::int32_t unknown = std::numeric_limits<std::int32_t>::max();
     /// In cost: the tile has none.
-    static constexpr int noCost = std::numeric_limits<int>::max();
+    static constexpr std::int32_t noCost = unknown / 2;
+};
+
+/// What is known of a cell once it was put into the open list.
+struct Way {
+    int H = 0;       ///< estimated rest
+    Index padre = 0; ///< the cell it was reached from; 0 for the start
+    Index order = 0; ///< when it was added
 };
 
 /// A node in the open list, as one number by which nodes of equal sums are chosen: its order, then
@@ -66,11 +74,12 @@ public:
     /// Most nodes come in their order; one that was improved has its place among them.
     void push(Entry entry)
     {
-        auto place = entries_.end();
-        if (!isEmpty() && entry < entries_.back())
-            place = std::upper_bound(entries_.begin() + static_cast<std::ptrdiff_t>(next_),
-                                     entries_.end(), entry);
-        entries_.insert(place, entry);
+        if (isEmpty() || entries_.back() < entry) {
+            entries_.push_back(entry);
+            return;
+        }
+        const auto waiting = entries_.begin() + static_cast<std::ptrdiff_t>(next_);
+        entries_.insert(std::upper_bound(waiting, entries_.end(), entry), entry);
     }
     void clear()
     {
@@ -89,7 +98,7 @@ private:
 class OpenList
 {
 public:
-    void push(std::int64_t sum, Entry entry) { bucketOf(sum).push(entry); }
+    void push(std::int32_t sum, Entry entry) { bucketOf(sum).push(entry); }
 
     /// Nothing when the list is empty.
     std::optional<Entry> pop()
@@ -109,7 +118,7 @@ public:
     }
 
 private:
-    Bucket& bucketOf(std::int64_t sum)
+    Bucket& bucketOf(std::int32_t sum)
     {
         if (sum < 0)
             return belowZero_[sum];
@@ -137,7 +146,7 @@ private:
     std::vector<Bucket> buckets_; ///< by sum, which is less than outOfReach
     std::size_t lowest_ = 0;      ///< no bucket before this holds anything
     std::vector<Bucket> spare_;
-    std::map<std::int64_t, Bucket> belowZero_; ///< only tiles of negative cost lead here
+    std::map<std::int32_t, Bucket> belowZero_; ///< only tiles of negative cost lead here
 };
 
 class Search
@@ -147,8 +156,17 @@ public:
         : tiles_(tiles),
           stride_(static_cast<Index>(tiles.columns()) + 2),
           nodes_(std::size_t{stride_} * (static_cast<std::size_t>(tiles.rows()) + 2)),
+          ways_(nodes_.size()),
           end_(end)
     {
+        for (int parity = 0; parity <= 1; ++parity) {
+            const hex::Neighbours& offsets = hex::neighbours(parity);
+            // From one index to another; a step back wraps around to the same sum.
+            std::transform(offsets.begin(), offsets.end(),
+                           steps_[static_cast<std::size_t>(parity)].begin(), [this](QPoint offset) {
+                               return indexOf(offset) - indexOf({0, 0});
+                           });
+        }
         NameCache<int> costs;
         const auto lookUp = [&](const QString& tile) {
             return PathFinding::TileCost(palette, tile).value_or(clsNodo::noCost);
@@ -171,11 +189,13 @@ public:
             const auto index = static_cast<Index>(*entry);
             const QPoint cell = cellOf(index);
             clsNodo& node = nodes_[index];
-            const std::int64_t costSoFar = std::exchange(node.G, clsNodo::closed);
+            const std::int32_t costSoFar = std::exchange(node.G, clsNodo::closed);
             if (costSoFar == clsNodo::closed)
                 continue;
-            for (const QPoint offset : hex::neighbours(cell.x()))
-                visit(cell + offset, index, costSoFar);
+            const hex::Neighbours& offsets = hex::neighbours(cell.x());
+            const Steps& steps = steps_[static_cast<std::size_t>(cell.x() & 1)];
+            for (std::size_t i = 0; i < offsets.size(); ++i)
+                visit(index + steps[i], cell + offsets[i], index, std::max(costSoFar, lowestCost));
             if (cell == end_)
                 return true;
         }
@@ -186,7 +206,7 @@ public:
     QString route() const
     {
         QString text;
-        for (Index index = indexOf(end_); index != 0; index = nodes_[index].padre) {
+        for (Index index = indexOf(end_); index != 0; index = ways_[index].padre) {
             if (!text.isEmpty())
                 text += u'|';
             text +=
@@ -207,11 +227,10 @@ private:
         return {static_cast<int>(index % stride_) - 1, static_cast<int>(index / stride_) - 1};
     }
 
-    void visit(QPoint cell, Index from, std::int64_t costBefore)
+    void visit(Index index, QPoint cell, Index from, std::int32_t costBefore)
     {
-        const Index index = indexOf(cell);
         clsNodo& node = nodes_[index];
-        const std::int64_t cost = costBefore + node.cost;
+        const std::int32_t cost = costBefore + node.cost;
         if (cost >= node.G)
             return;
         if (node.G == clsNodo::unknown) {
@@ -221,25 +240,23 @@ private:
             return;
         }
         node.G = cost;
-        node.padre = from;
+        ways_[index].padre = from;
         push(index);
     }
 
-    void add(Index index, QPoint cell, Index from, std::int64_t cost)
+    void add(Index index, QPoint cell, Index from, std::int32_t cost)
     {
-        clsNodo& node = nodes_[index];
-        node.G = cost;
-        node.H = distance(cell, end_);
-        node.padre = from;
-        node.order = added_++;
+        nodes_[index].G = cost;
+        ways_[index] = {distance(cell, end_), from, added_++};
         push(index);
     }
 
     void push(Index index)
     {
-        const clsNodo& node = nodes_[index];
-        if (node.G + node.H < outOfReach)
-            open_.push(node.G + node.H, entryOf(node.order, index));
+        const Way& way = ways_[index];
+        const std::int32_t sum = nodes_[index].G + way.H;
+        if (sum < outOfReach)
+            open_.push(sum, entryOf(way.order, index));
     }
 
     platform::Error withoutCost(QPoint cell) const
@@ -250,10 +267,14 @@ private:
                 tiles_(cell.y(), cell.x()), QString::number(cell.x()), QString::number(cell.y())));
     }
 
+    using Steps = std::array<Index, std::tuple_size_v<hex::Neighbours>>;
+
     const Grid<QString>& tiles_;
     Index stride_;
+    std::array<Steps, 2> steps_{}; ///< to the neighbours, from even and from odd columns
     std::vector<clsNodo> nodes_;
-    Index added_ = 0; ///< nodes put into the open list so far
+    std::vector<Way> ways_; ///< by the same indexes
+    Index added_ = 0;       ///< nodes put into the open list so far
     OpenList open_;
     QPoint end_;
 };

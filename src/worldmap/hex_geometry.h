@@ -29,12 +29,17 @@ constexpr QPoint cellCentre(int x, int y)
     return cellOrigin(x, y) + QPoint(cellWidth / 2, cellHeight / 2);
 }
 
+using Neighbours = std::array<QPoint, 6>;
+
+inline constexpr Neighbours neighboursOfEvenColumn{QPoint(-1, -1), QPoint(1, -1), QPoint(-1, 0),
+                                                   QPoint(1, 0),   QPoint(0, -1), QPoint(0, 1)};
+inline constexpr Neighbours neighboursOfOddColumn{QPoint(-1, 1), QPoint(1, 1),  QPoint(-1, 0),
+                                                  QPoint(1, 0),  QPoint(0, -1), QPoint(0, 1)};
+
 /// The offsets of the six neighbours of a cell of column x, in the order that searches go through.
-constexpr std::array<QPoint, 6> neighbours(int x)
+constexpr const Neighbours& neighbours(int x)
 {
-    const int diagonal = (x & 1) != 0 ? 1 : -1;
-    return {QPoint(-1, diagonal), QPoint(1, diagonal), QPoint(-1, 0),
-            QPoint(1, 0),         QPoint(0, -1),       QPoint(0, 1)};
+    return (x & 1) != 0 ? neighboursOfOddColumn : neighboursOfEvenColumn;
 }
 
 /// Size of the picture of a whole map. The last column's pictures are cut where the next column
