@@ -14,12 +14,18 @@ constexpr int largestIconFactor = 4;
 QIcon pixelIcon(std::initializer_list<QImage> pictures)
 {
     QIcon icon;
+    // The same when selected: a style's tint would spoil the colours.
+    const auto add = [&](const QImage& picture) {
+        const QPixmap pixmap = QPixmap::fromImage(picture);
+        icon.addPixmap(pixmap, QIcon::Normal);
+        icon.addPixmap(pixmap, QIcon::Selected);
+    };
     for (const QImage& picture : pictures)
-        icon.addPixmap(QPixmap::fromImage(picture));
+        add(picture);
     if (pictures.size() > 0) {
         const QImage& largest = *(pictures.end() - 1);
         for (int factor = 2; factor <= largestIconFactor; ++factor)
-            icon.addPixmap(QPixmap::fromImage(largest.scaled(largest.size() * factor)));
+            add(largest.scaled(largest.size() * factor));
     }
     return icon;
 }
