@@ -87,8 +87,6 @@ public:
         this->show();
     }
 
-    void cmdGuardar_Click() { editor_.cmdGuardar_Click(); }
-
 protected:
     void Form_Load() override { editor_.attach(this->window(), *this, kind_, editedKey_); }
 

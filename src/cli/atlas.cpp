@@ -29,9 +29,7 @@ Atlas::Atlas()
 
 WorldMap Atlas::read(const QString& map) const
 {
-    return readMapFile(
-        mapPath(map), [&](const QString& name) { return canvas.colTiles.contains(name); },
-        [&](const QString& name) { return canvas.colPines.contains(name); });
+    return readDrawableMap(mapPath(map), canvas);
 }
 
 QByteArray Atlas::png(const WorldMap& map, int scale, const QString& route)

@@ -49,7 +49,7 @@ struct Command {
     QString usage;       ///< what follows the name
     QString explanation; ///< for --ayuda
     QStringList options; ///< the options it knows, without the dashes
-    QStringList flags;   ///< those of them that take no value
+    QStringList flags;   ///< the options that take no value
     ExitCode (*run)(const Arguments& arguments);
 };
 

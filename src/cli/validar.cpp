@@ -2,7 +2,6 @@
 #include "cli/atlas.h"
 #include "cli/command.h"
 #include "generation/name_grammar.h"
-#include "generation/path_finding.h"
 #include "generation/world_generator.h"
 #include "localmap/local_canvas.h"
 #include "platform/core/app_folder.h"
@@ -58,9 +57,7 @@ public:
     /// Throws Error when the file can't be read at all.
     WorldMap map(const QString& path)
     {
-        WorldMap read = readMapFile(
-            path, [&](const QString& name) { return pictures_.colTiles.contains(name); },
-            [&](const QString& name) { return pictures_.colPines.contains(name); }, report_);
+        WorldMap read = readDrawableMap(path, pictures_, report_);
         const platform::TextFile file{path, {}};
         if (const std::optional<QString> problem = mapNameProblem(read.nombre))
             report_(file.errorAt(0, *problem));

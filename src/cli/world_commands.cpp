@@ -34,17 +34,6 @@ QString pictureTarget(const Arguments& arguments, const QString& map)
     return picture;
 }
 
-/// Throws Error when the definitions lack a tile that the generator paints.
-void checkGeneratedTiles(const Atlas& atlas)
-{
-    for (const QString& tile : generatedTiles()) {
-        if (!atlas.canvas.colTiles.contains(tile))
-            throw platform::Error(
-                platform::ErrorNumber::NoSuchKey,
-                u"Falta el tile «%1», o su imagen, en las definiciones."_s.arg(tile));
-    }
-}
-
 void tellOfPicture(QTextStream& out, const QString& picture, const WorldMap& map, int scale)
 {
     const QSize size = hex::mapSize(map.ancho, map.alto) * scale;
@@ -80,7 +69,8 @@ ExitCode generar(const Arguments& arguments)
 
     arguments.seed();
     Atlas atlas;
-    checkGeneratedTiles(atlas);
+    for (const QString& tile : generatedTiles())
+        atlas.canvas.selectTile(tile); // fails before anything is made
     generarMundo(map, atlas.pins);
     if (arguments.has(u"nombre"_s))
         map.nombre = arguments.value(u"nombre"_s);

@@ -79,9 +79,7 @@ void FrmMapa::openMapa()
         return;
 
     const platform::WaitCursor wait;
-    WorldMap opened = readMapFile(
-        list.caminoArchivo, [this](const QString& name) { return colTiles.contains(name); },
-        [this](const QString& name) { return colPines.contains(name); });
+    WorldMap opened = readDrawableMap(list.caminoArchivo, *this);
     opened.mapaCambiado = mapaCambiado;
     opened.accion = NoEditing;
     showDocument(std::move(opened));

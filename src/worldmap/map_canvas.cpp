@@ -2,6 +2,7 @@
 
 #include "platform/core/error.h"
 #include "worldmap/hex_geometry.h"
+#include "worldmap/map_file.h"
 #include "worldmap/name_cache.h"
 
 using namespace Qt::StringLiterals;
@@ -38,6 +39,14 @@ struct TilePictures {
 };
 
 } // namespace
+
+WorldMap readDrawableMap(const QString& path, const MapPictures& pictures,
+                         const platform::OnFault& onFault)
+{
+    return readMapFile(
+        path, [&](const QString& name) { return pictures.colTiles.contains(name); },
+        [&](const QString& name) { return pictures.colPines.contains(name); }, onFault);
+}
 
 void MapCanvas::crearBuffer(int ancho, int alto)
 {

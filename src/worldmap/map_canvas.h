@@ -12,6 +12,10 @@ struct MapPictures {
     PictureCollection colMascarasPines;
 };
 
+/// Reads a map file whose every tile and pin has a picture among these; as readMapFile does.
+WorldMap readDrawableMap(const QString& path, const MapPictures& pictures,
+                         const platform::OnFault& onFault = platform::giveUp);
+
 /// Draws a world map: whole, into a back buffer of the map's size, or cell by cell.
 class MapCanvas : public MapPictures
 {
