@@ -33,7 +33,7 @@ void readAndRewriteMap(const QString& path)
 {
     const WorldMap map = readMapFile(path, anyName, anyName);
     try {
-        writeMapFile(map);
+        saveMapFile(map);
     } catch (const platform::Error&) {
         return; // a name that no file can have, or a character that nothing can store
     }

@@ -1,4 +1,5 @@
 #include "app/start.h"
+#include "platform/core/file_replacement.h"
 #include "platform/forms/application.h"
 #include "platform/forms/form.h"
 #include "platform/forms/picture_box.h"
@@ -10,6 +11,8 @@ using namespace Qt::StringLiterals;
 int main(int argc, char** argv)
 {
     const platform::Application application(argc, argv);
+    platform::outliveFileSizeLimit();
+    platform::removeAbandonedFiles({u"ini"_s, u"mapas"_s, u"respaldo"_s});
     platform::Application::setWindowIcon(platform::pixelIcon(
         {QImage(u":/pictures/programa_16.gif"_s), QImage(u":/pictures/programa_32.gif"_s),
          QImage(u":/pictures/programa.gif"_s)}));

@@ -1,4 +1,6 @@
 #include "app/procs.h"
+#include "platform/core/file_replacement.h"
+#include "platform/core/kept_versions.h"
 #include "platform/core/list_items.h"
 #include "platform/core/random_source.h"
 #include "platform/core/text_codec.h"
@@ -8,8 +10,10 @@
 #include <QAbstractItemModelTester>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSignalSpy>
 #include <array>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -36,6 +40,27 @@ TEST(TextCodec, NamesTheFirstCharacterItLacks)
                 {u"«Ł»"_s});
     // Control characters of the second kind are not the characters of the bytes 0x80 to 0x9F.
     expectError([] { platform::toWindows1252(u"\u0080"_s); }, ErrorNumber::BadCharacter, {});
+}
+
+TEST(TextCodec, TakesModernFilesAsUtf8)
+{
+    struct Case {
+        QByteArray bytes;
+        QString text;
+        bool isUtf8;
+    };
+    for (const Case& c : {Case{"S\xED", u"Sí"_s, false},
+                          {"S\xC3\xAD", u"Sí"_s, true},
+                          {"\xEF\xBB\xBFSi", u"Si"_s, true},
+                          {"Si", u"Si"_s, false},
+                          {"S\xC3\xAD \xED", u"SÃ\u00AD í"_s, false},
+                          {"", u""_s, false}}) {
+        const auto decoded = platform::decodeText(c.bytes);
+        ASSERT_TRUE(decoded);
+        EXPECT_EQ(decoded->text, c.text);
+        EXPECT_EQ(decoded->isUtf8, c.isUtf8);
+    }
+    EXPECT_FALSE(platform::decodeText("\xEF\xBB\xBFS\xED"));
 }
 
 TEST(TextFile, EndsLinesAtEveryKindOfLineEnd)
@@ -95,10 +120,17 @@ TEST(TextFile, AFailedWriteLeavesTheOldFileWhole)
         const FullDisk disk(3000);
         expectFailure(QByteArray(5000, 'x'), u"espacio libre"_s);
     }
+    QByteArray before = old;
     for (const qsizetype size : {5000, 10}) {
         const WithoutPrivileges plainUser;
-        platform::writeFileAtomically(file, QByteArray(size, 'x'));
+        const QStringList told = platform::writeFileAtomically(file, QByteArray(size, 'x'));
         EXPECT_EQ(app.read(name), QByteArray(size, 'x'));
+        ASSERT_EQ(told.size(), 1); // it was written in place, after a copy was made
+        QFile copy(told[0].section(u'«', 2).section(u'»', 0, 0));
+        ASSERT_TRUE(copy.open(QIODevice::ReadOnly)) << told[0].toStdString();
+        EXPECT_EQ(copy.readAll(), before);
+        copy.remove();
+        before = QByteArray(size, 'x');
     }
     QFile::setPermissions(file, readOnlyFile);
     {
@@ -115,9 +147,82 @@ TEST(TextFile, AFailedWriteLeavesTheOldFileWhole)
     ASSERT_EQ(mkfifo(QFile::encodeName(app.path(u"tubo"_s)).constData(), 0600), 0);
     expectError([&] { platform::writeFileAtomically(app.path(u"tubo"_s), "x"); },
                 ErrorNumber::FileUnwritable, {u"no es un archivo"_s});
+    expectError([&] { platform::writeFileAtomically(app.path(u"falta/x"_s), "x"); },
+                ErrorNumber::FileUnwritable, {u"falta la carpeta «falta»"_s});
+    expectError([&] { platform::writeFileAtomically(app.path(QString(300, u'x')), "x"); },
+                ErrorNumber::FileUnwritable, {u"demasiado largo"_s});
+    expectError([&] { platform::readFile(app.path(u"falta/x.ini"_s), 2); },
+                ErrorNumber::FileNotFound, {u"falta la carpeta «falta»"_s});
+    ASSERT_TRUE(QFile::link(u"/dev/zero"_s, app.path(u"cero"_s)));
+    expectError([&] { platform::readFile(app.path(u"cero"_s), 2); }, ErrorNumber::FileUnreadable,
+                {u"no es un archivo"_s});
     QDir().mkpath(app.path(u"carpeta.map"_s));
     expectError([&] { platform::writeFileAtomically(app.path(u"carpeta.map"_s), "x"); },
                 ErrorNumber::FileUnwritable, {u"hay una carpeta"_s});
+}
+
+TEST(SaveFile, KeepsWhatItReplaces)
+{
+    const TempAppFolder app;
+    const QString path = app.path(u"mapas/Una Isla.map"_s);
+    const auto kept = [&] {
+        QByteArrayList contents;
+        for (const platform::KeptVersion& version : platform::keptVersions(path))
+            contents.append(
+                app.read(u"respaldo/mapas/Una Isla.map/"_s + QFileInfo(version.path).fileName()));
+        return contents;
+    };
+    app.write(u"mapas/Una Isla.map"_s, "de otro");
+    platform::KnownFile known;
+    const auto save = [&](const QByteArray& bytes) {
+        EXPECT_EQ(platform::saveFile(path, bytes, known), QStringList());
+        EXPECT_EQ(app.read(u"mapas/Una Isla.map"_s), bytes);
+    };
+    save("1");
+    EXPECT_EQ(kept(), QByteArrayList{"de otro"});
+    save("2"); // its own, and one was kept just now
+    EXPECT_EQ(kept(), QByteArrayList{"de otro"});
+    app.write(u"mapas/Una Isla.map"_s, "de un editor");
+    save("3");
+    EXPECT_EQ(kept(), (QByteArrayList{"de un editor", "de otro"}));
+    known.digest = platform::contentDigest("3");
+    save("4");
+    EXPECT_EQ(kept().size(), 2);
+
+    // The oldest go first, and what isn't a version stays. The newest one lies in the future.
+    app.write(u"respaldo/mapas/Una Isla.map/notas.txt"_s, "x");
+    app.write(u"respaldo/mapas/Una Isla.map/2900-01-01 00.00.00.map"_s, "mañana");
+    for (int i = 0; i < 12; ++i) {
+        app.write(u"mapas/Una Isla.map"_s, QByteArray::number(i));
+        save("propio");
+    }
+    ASSERT_EQ(kept().size(), platform::maxKeptVersions);
+    EXPECT_EQ(kept().front(), "11");
+    EXPECT_EQ(kept().back(), "2");
+    EXPECT_EQ(app.read(u"respaldo/mapas/Una Isla.map/notas.txt"_s), "x");
+}
+
+TEST(SaveFile, GoesOnWhereNothingCanBeKept)
+{
+    const TempAppFolder app;
+    app.write(u"mapas/m.map"_s, "viejo");
+    app.write(u"respaldo"_s, "un archivo");
+    platform::KnownFile known;
+    const QStringList told = platform::saveFile(app.path(u"mapas/m.map"_s), "nuevo", known);
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_TRUE(told[0].contains(u"«respaldo»"_s) && told[0].contains(u"m.map"_s));
+    EXPECT_EQ(app.read(u"mapas/m.map"_s), "nuevo");
+    EXPECT_EQ(known.digest, platform::contentDigest("nuevo"));
+
+    // What a killed run left goes, what another run is writing stays.
+    app.write(u"mapas/.kestrune-abc.tmp"_s, "x");
+    app.write(u"mapas/.kestrune-def.tmp"_s, "x");
+    QFile busy(app.path(u"mapas/.kestrune-def.tmp"_s));
+    ASSERT_TRUE(busy.open(QIODevice::ReadWrite));
+    ASSERT_EQ(flock(busy.handle(), LOCK_EX), 0);
+    platform::removeAbandonedFiles({u"mapas"_s, u"falta"_s});
+    EXPECT_EQ(QDir(app.path(u"mapas"_s)).entryList(QDir::Files | QDir::Hidden),
+              (QStringList{u".kestrune-def.tmp"_s, u"m.map"_s}));
 }
 
 TEST(AppFolder, ForgivesBackslashesAndLetterCase)

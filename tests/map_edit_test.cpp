@@ -271,8 +271,38 @@ TEST_F(MapEditTest, TheNorthStaysAboveTheSouth)
     boxes.expect();
     choose(dialog.cmbLatitudNorte, u"-15"_s);
     EXPECT_EQ(dialog.cmbLatitudNorte->currentText(), u"15"_s);
-    frmMapProperties().setLatitudes(30, 0);
+    frmMapProperties().offerListedValues(); // 15 and -10
     EXPECT_EQ(dialog.cmbLatitudSur->findText(u"-10"_s), -1);
+    EXPECT_EQ(dialog.cmbAncho->currentText(), u"50"_s);
+    EXPECT_EQ(dialog.cmbLatitudNorte->currentText(), u"45"_s);
+    EXPECT_EQ(dialog.cmbLatitudSur->currentText(), u"-45"_s);
+    EXPECT_EQ(dialog.lblZona->text(), u"90"_s);
+    frmMapProperties().setLatitudes(30, 0);
+    frmMapProperties().setSize(75, 150);
+    frmMapProperties().offerListedValues();
+    EXPECT_EQ(dialog.lblZona->text(), u"30"_s);
+    EXPECT_EQ(dialog.cmbAlto->currentText(), u"150"_s);
+
+    // Latitudes of a map that leave no choice to the other list: a key ends in a pair that holds.
+    struct Odd {
+        int north, south;
+    };
+    for (const Odd map : {Odd{90, 80}, {100, 95}, {-80, -90}, {0, 90}, {-90, 90}, {0, 0}}) {
+        for (QComboBox* const list : {dialog.cmbLatitudNorte, dialog.cmbLatitudSur}) {
+            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
+                SCOPED_TRACE(map.north * 1000 + map.south);
+                frmMapProperties().setLatitudes(map.north, map.south);
+                const QString before = list->currentText();
+                boxes.expect();
+                QTest::keyClick(list, key);
+                boxes.forgetAnswers();
+                const int span = dialog.cmbLatitudNorte->currentText().toInt() -
+                                 dialog.cmbLatitudSur->currentText().toInt();
+                EXPECT_TRUE(span >= 15 || list->currentText() == before);
+                EXPECT_EQ(dialog.lblZona->text(), QString::number(span));
+            }
+        }
+    }
 }
 
 TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)

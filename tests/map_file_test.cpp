@@ -66,14 +66,14 @@ TEST(MapFile, WritesTheSixLines)
     map.mapaPines = platform::Grid<QString>(2, 3);
     map.mapaPines(0, 0) = u"Aldea;Puerto;"_s;
     map.mapaPines(1, 2) = u"Torre;Faro;se ve\nde lejos"_s;
-    writeMapFile(map);
+    saveMapFile(map);
     EXPECT_EQ(app.read(u"mapas/Isla Añil.map"_s), "Isla A\xF1il\r\n2;3\r\n15;-30\r\nuno\xB6"
                                                   "dos\r\nM1;M1;;T1;M1;M1;\r\n"
                                                   "0;0;Aldea;Puerto;|1;2;Torre;Faro;se ve\xB6"
                                                   "de lejos|\r\n");
 
     map.mapaPines = platform::Grid<QString>(2, 3);
-    writeMapFile(map);
+    saveMapFile(map);
     EXPECT_TRUE(app.read(u"mapas/Isla Añil.map"_s).endsWith(";M1;\r\n\r\n"));
     EXPECT_EQ(QDir(app.path(u"mapas"_s)).entryList(QDir::Files).size(), 1);
 }
@@ -85,7 +85,7 @@ TEST(MapFile, RoundTripsEverySizeByteForByte)
     for (const auto& [rows, columns] :
          {std::pair{1, 1}, std::pair{50, 75}, std::pair{75, 50}, std::pair{150, 150}}) {
         const WorldMap map = randomMap(rows, columns, ++seed);
-        writeMapFile(map);
+        saveMapFile(map);
         const QString file = u"mapas/%1.map"_s.arg(map.nombre);
         const QByteArray bytes = app.read(file);
         const WorldMap again = read(app, file);
@@ -97,7 +97,7 @@ TEST(MapFile, RoundTripsEverySizeByteForByte)
         EXPECT_EQ(again.notasMapa, map.notasMapa);
         EXPECT_TRUE(again.mapaTiles == map.mapaTiles);
         EXPECT_TRUE(again.mapaPines == map.mapaPines);
-        writeMapFile(again);
+        saveMapFile(again);
         EXPECT_EQ(app.read(file), bytes);
     }
 }
@@ -174,14 +174,14 @@ TEST(MapFile, RefusesToWriteWhatItCouldNotReadBack)
 {
     const TempAppFolder app;
     const WorldMap good = randomMap(2, 2, 1);
-    writeMapFile(good);
+    saveMapFile(good);
     const QString file = u"mapas/%1.map"_s.arg(good.nombre);
     const QByteArray bytes = app.read(file);
     const auto expectRefused = [&](const std::function<void(WorldMap&)>& spoil,
                                    const QString& fragment) {
         WorldMap map = good;
         spoil(map);
-        expectError([&] { writeMapFile(map); }, ErrorNumber::BadCharacter, {good.nombre, fragment});
+        expectError([&] { saveMapFile(map); }, ErrorNumber::BadCharacter, {good.nombre, fragment});
         EXPECT_EQ(app.read(file), bytes);
     };
     expectRefused([](WorldMap& m) { m.notasMapa = u"a|b"_s; }, u"«|»"_s);
@@ -199,7 +199,7 @@ TEST(MapFile, RefusesToWriteWhatItCouldNotReadBack)
         EXPECT_TRUE(mapNameProblem(name).has_value());
         WorldMap map = good;
         map.nombre = name;
-        expectError([&] { writeMapFile(map); }, ErrorNumber::BadName, {u"No se puede guardar"_s});
+        expectError([&] { saveMapFile(map); }, ErrorNumber::BadName, {u"No se puede guardar"_s});
     }
     for (const auto& name : {u"Ávila d'Oro (2.ª)"_s, u"Nulia"_s, QString(120, u'ñ')})
         EXPECT_EQ(mapNameProblem(name), std::nullopt) << name.toStdString();
@@ -211,7 +211,7 @@ TEST(MapFile, AReadOnlyFolderIsNamedAndTheOldFileKept)
 {
     const TempAppFolder app;
     WorldMap map = randomMap(20, 20, 1);
-    writeMapFile(map);
+    saveMapFile(map);
     const QString file = u"mapas/%1.map"_s.arg(map.nombre);
     const QByteArray bytes = app.read(file);
     map.notasMapa = u"otras"_s;
@@ -219,7 +219,7 @@ TEST(MapFile, AReadOnlyFolderIsNamedAndTheOldFileKept)
     QFile::setPermissions(app.path(u"mapas"_s), readOnlyFolder);
     {
         const WithoutPrivileges plainUser;
-        expectError([&] { writeMapFile(map); }, ErrorNumber::FileUnwritable,
+        expectError([&] { saveMapFile(map); }, ErrorNumber::FileUnwritable,
                     {map.nombre, u"permisos"_s});
     }
     QFile::setPermissions(app.path(u"mapas"_s), openFolder);

@@ -88,6 +88,15 @@ TEST_F(MapGenerationTest, TwoClicksDrawARoad)
     EXPECT_EQ(drawn.pixel(11 * 1 + 7, 14 * 1 + 14), plain.pixel(11 * 1 + 7, 14 * 1 + 14));
     EXPECT_EQ(ui.imgMapa->grab().toImage().pixel(11 * 3 + 7, 14 * 5 + 14), brown);
 
+    // A pin goes over the road, and leaves it around its picture.
+    press(ui.pines);
+    setPlace(3, 5, u"Venta"_s, {});
+    const QRect pinned(hex::cellOrigin(3, 5), QSize(hex::cellWidth, hex::cellHeight));
+    platform::MemoryDC expected(drawn);
+    frmMapa().drawTile(expected, 3, 5);
+    EXPECT_EQ(frmMapa().hdcBuffer.image(), expected.image());
+    EXPECT_NE(drawn.copy(pinned), plain.copy(pinned)) << "the road passes there";
+
     // Painting a cell, even as it is, wipes the road off it.
     press(ui.tiles);
     for (int row = 0; row < frmTiles().palette.items.count(); ++row) {
@@ -122,7 +131,11 @@ TEST_F(MapGenerationTest, TwoClicksDrawARoad)
     EXPECT_TRUE(boxes.asked().back().text.contains(u"«Lava» de la casilla X:2 Y:5"_s));
     expectNoEnds();
 
-    click(3, 3); // a start marked on a map that is then replaced
+    // A map that replaces another leaves an end that lies on it too.
+    click(45, 3);
+    frmMapa().newMapa();
+    EXPECT_EQ(QPoint(frmMapa().inicioX, frmMapa().inicioY), QPoint(45, 3));
+    frmMapa().ancho = 45;
     frmMapa().newMapa();
     expectNoEnds();
     EXPECT_NE(frmMapa().hdcBuffer.image().pixel(11 * 3 + 7, 14 * 5 + 14), brown);

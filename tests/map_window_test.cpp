@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QToolBar>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -125,13 +126,26 @@ TEST_F(MapWindowTest, FollowsAResize)
         Ui::FrmMapa& ui = frmMapa().ui();
         EXPECT_EQ(ui.frameMapa->width(), size.width() - 16 - ui.frameLugares->width());
         EXPECT_EQ(ui.frameLugares->x(), ui.frameMapa->width() + 8);
-        EXPECT_EQ(ui.frameMapa->height(), size.height() - ui.Toolbar->height() - 64);
+        EXPECT_EQ(ui.frameMapa->height(),
+                  size.height() - ui.lblEstado->height() - ui.Toolbar->height() - 64);
         EXPECT_EQ(ui.frameLugares->height(), ui.frameMapa->height());
         EXPECT_EQ(ui.lvLugares->height(), ui.frameLugares->height() - 24);
         EXPECT_EQ(ui.imgMapa->size(), ui.frameMapa->size() - QSize(16, 32));
         EXPECT_EQ(ui.picScroll->x(), size.width() / 2 - ui.picScroll->width() / 2);
         expectViewShowsBuffer();
     }
+    // A notice takes its room from the frames while it is there.
+    Ui::FrmMapa& ui = frmMapa().ui();
+    const QRect frames = ui.frameMapa->geometry();
+    ui.avisos->tell({u"Un aviso"_s, u"Otro aviso"_s});
+    EXPECT_EQ(ui.frameMapa->geometry(), frames.adjusted(0, ui.avisos->height(), 0, 0));
+    EXPECT_GT(ui.avisos->height(), 10);
+    for (const QString& text : {u"Un aviso"_s, u"Otro aviso"_s}) {
+        EXPECT_EQ(ui.avisos->text(), text);
+        QTest::mouseClick(ui.avisos->findChild<QToolButton*>(u"cmdCerrarAviso"_s), Qt::LeftButton);
+    }
+    EXPECT_TRUE(ui.avisos->isHidden());
+    EXPECT_EQ(ui.frameMapa->geometry(), frames);
     frmMapa().window().resize(2000, 1500); // wider and higher than the map
     expectViewShowsBuffer();
 }

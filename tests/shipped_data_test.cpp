@@ -54,7 +54,7 @@ TEST_F(ShippedData, MapsOpenAndSaveByteForByte)
             [&](const QString& p) { return canvas.colPines.contains(p); });
         EXPECT_EQ(map.nombre + u".map"_s, name);
         ASSERT_TRUE(QFile::remove(app.path(u"mapas/"_s + name)));
-        writeMapFile(map);
+        saveMapFile(map);
         EXPECT_TRUE(app.read(u"mapas/"_s + name) == bytes);
         sizes.insert({map.alto, map.ancho});
         for (int row = 0; row < map.alto; ++row) {

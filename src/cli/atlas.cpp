@@ -29,7 +29,7 @@ Atlas::Atlas()
 
 WorldMap Atlas::read(const QString& map) const
 {
-    return readDrawableMap(mapPath(map), canvas);
+    return readDrawableMap(platform::readTextFile(mapPath(map)), canvas);
 }
 
 QByteArray Atlas::png(const WorldMap& map, int scale, const QString& route)

@@ -1,6 +1,7 @@
 // kestrune-cli: Kestrune's work without a window, for scripts.
 #include "cli/command.h"
 #include "platform/core/error.h"
+#include "platform/core/file_replacement.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -154,5 +155,6 @@ ExitCode run(const QStringList& words)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
+    platform::outliveFileSizeLimit();
     return run(QCoreApplication::arguments().sliced(1));
 }

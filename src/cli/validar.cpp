@@ -57,7 +57,7 @@ public:
     /// Throws Error when the file can't be read at all.
     WorldMap map(const QString& path)
     {
-        WorldMap read = readDrawableMap(path, pictures_, report_);
+        WorldMap read = readDrawableMap(platform::readTextFile(path), pictures_, report_);
         const platform::TextFile file{path, {}};
         if (const std::optional<QString> problem = mapNameProblem(read.nombre))
             report_(file.errorAt(0, *problem));

@@ -2,7 +2,6 @@
 
 #include "app/procs.h"
 #include "platform/core/app_folder.h"
-#include "platform/core/text_codec.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -90,7 +89,7 @@ bool isLineEnd(QChar c)
 
 Grammar::Grammar(const QString& path, const OnFault& onFault)
     : path_(path),
-      text_(platform::fromWindows1252(platform::readFile(path, platform::maxTextFileBytes)))
+      text_(platform::readTextFile(path).text)
 {
     qsizetype start = text_.indexOf(u'[');
     while (start >= 0) {

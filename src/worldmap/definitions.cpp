@@ -71,6 +71,8 @@ struct Definitions {
             throw Error(ErrorNumber::BadFormat,
                         u"número de campos: %1; hacen falta %2"_s.arg(fields.size()).arg(needed));
         const QString& name = fields[Nombre];
+        if (kind.marksPlaces && name.contains(u'|')) // a map's file ends its places with it
+            throw Error(ErrorNumber::BadName, u"el nombre «%1» contiene «|»"_s.arg(name));
         ListItem& item = items.add(name, fields[Notas]);
         if (!fields[Imagen].isEmpty()) {
             const QImage picture = platform::loadPicture(platform::inAppFolder(fields[Imagen]));
@@ -93,19 +95,19 @@ struct Definitions {
 
 const DefinitionKind& tilesKind()
 {
-    static const DefinitionKind kind{u"tiles.ini"_s, true, tileColumns()};
+    static const DefinitionKind kind{u"tiles.ini"_s, true, false, tileColumns()};
     return kind;
 }
 
 const DefinitionKind& pinesKind()
 {
-    static const DefinitionKind kind{u"pines.ini"_s, false, commonColumns()};
+    static const DefinitionKind kind{u"pines.ini"_s, false, true, commonColumns()};
     return kind;
 }
 
 const DefinitionKind& tilesLocalesKind()
 {
-    static const DefinitionKind kind{u"tilesLocales.ini"_s, false, commonColumns()};
+    static const DefinitionKind kind{u"tilesLocales.ini"_s, false, false, commonColumns()};
     return kind;
 }
 

@@ -18,8 +18,9 @@ inline const std::shared_ptr<const platform::MemoryDC> SIN_MASCARA = nullptr;
 
 /// What tells the three definition files apart.
 struct DefinitionKind {
-    QString file;    ///< name in the folder ini
-    bool hasTerrain; ///< its lines go on with "habitantes", "costo" and "temperatura"
+    QString file;     ///< name in the folder ini
+    bool hasTerrain;  ///< its lines go on with "habitantes", "costo" and "temperatura"
+    bool marksPlaces; ///< its names stand in the places of map files
     /// The palette's columns: "notas" as the items' text, then sub-items.
     std::vector<platform::ListColumn> columns;
 };

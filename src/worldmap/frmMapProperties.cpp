@@ -8,6 +8,7 @@
 #include "worldmap/map_file.h"
 
 #include <QKeyEvent>
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 
@@ -23,21 +24,34 @@ constexpr int latitudeCount = 12;
 constexpr int firstNorth = 3; // 45
 constexpr int firstSouth = 8; // -45
 
+constexpr int isExtra = Qt::UserRole;
+
+/// Takes the number away that showNumber added to a list, if there is one.
+void removeExtra(QComboBox& list)
+{
+    if (const int last = list.count() - 1; list.itemData(last, isExtra).toBool())
+        list.removeItem(last);
+}
+
 /// Shows a number in a list. One that the list doesn't offer, as a map may have, stands at its end
 /// while it is shown.
 void showNumber(QComboBox& list, int number)
 {
-    constexpr int isExtra = Qt::UserRole;
-    if (const int last = list.count() - 1; list.itemData(last, isExtra).toBool())
-        list.removeItem(last);
+    removeExtra(list);
     const QString text = QString::number(number);
     if (list.findText(text) < 0)
         list.addItem(text, true);
     list.setCurrentIndex(list.findText(text));
 }
 
-/// Chooses the number nearest to the wanted one among those that are allowed.
-void chooseNearest(QComboBox& list, int wanted, const std::function<bool(int)>& isAllowed)
+int shownNumber(const QComboBox& list)
+{
+    return list.currentText().toInt();
+}
+
+/// Chooses the number nearest to the wanted one among those that are allowed. Returns whether there
+/// is one.
+bool chooseNearest(QComboBox& list, int wanted, const std::function<bool(int)>& isAllowed)
 {
     int best = -1;
     const auto distance = [&](int item) { return std::abs(list.itemText(item).toInt() - wanted); };
@@ -45,7 +59,9 @@ void chooseNearest(QComboBox& list, int wanted, const std::function<bool(int)>& 
         if (isAllowed(list.itemText(item).toInt()) && (best < 0 || distance(item) < distance(best)))
             best = item;
     }
-    list.setCurrentIndex(best);
+    if (best >= 0)
+        list.setCurrentIndex(best);
+    return best >= 0;
 }
 
 void warn(const QString& text, Icon icon)
@@ -106,6 +122,30 @@ void FrmMapProperties::setLatitudes(int north, int south)
     updateZona();
 }
 
+void FrmMapProperties::offerListedValues()
+{
+    Ui::FrmMapProperties& controls = ui();
+    const QSignalBlocker quietNorth(controls.cmbLatitudNorte);
+    const QSignalBlocker quietSouth(controls.cmbLatitudSur);
+    for (QComboBox* const sizes : {controls.cmbAncho, controls.cmbAlto}) {
+        const int wanted = shownNumber(*sizes);
+        removeExtra(*sizes);
+        sizes->setCurrentIndex(std::max(0, sizes->findText(QString::number(wanted))));
+    }
+    QComboBox& norths = *controls.cmbLatitudNorte;
+    QComboBox& souths = *controls.cmbLatitudSur;
+    const bool isListed = !norths.currentData(isExtra).toBool() &&
+                          !souths.currentData(isExtra).toBool() &&
+                          norths.currentIndex() <= souths.currentIndex();
+    removeExtra(norths);
+    removeExtra(souths);
+    if (!isListed) {
+        norths.setCurrentIndex(firstNorth);
+        souths.setCurrentIndex(firstSouth);
+    }
+    updateZona();
+}
+
 bool FrmMapProperties::Form_KeyDown(const QKeyEvent& event)
 {
     if (event.key() != Qt::Key_Escape || event.modifiers() != Qt::NoModifier)
@@ -115,31 +155,39 @@ bool FrmMapProperties::Form_KeyDown(const QKeyEvent& event)
 }
 
 /// Keeps the north at least a step above the south: the list that the user chose from is set back
-/// to the nearest latitude that is, and a message says why.
+/// to the nearest latitude that is, and a message says why. Where the other list shows a latitude
+/// of the map's own that leaves no choice, that one gives way.
 void FrmMapProperties::latitudeChosen(bool north)
 {
     QComboBox& norths = *ui().cmbLatitudNorte;
     QComboBox& souths = *ui().cmbLatitudSur;
-    const int lowestNorth = souths.currentText().toInt() + latitudeStep;
-    const int highestSouth = norths.currentText().toInt() - latitudeStep;
-    if (norths.currentText().toInt() >= lowestNorth) {
+    if (shownNumber(norths) - shownNumber(souths) >= latitudeStep) {
         updateZona();
         return;
     }
-    if (north) {
-        chooseNearest(norths, lowestNorth, [&](int latitude) { return latitude >= lowestNorth; });
-        warn(u"No puede seleccionar una latitud norte menor que la latitud sur."_s, Icon::Critical);
-    } else {
-        chooseNearest(souths, highestSouth, [&](int latitude) { return latitude <= highestSouth; });
-        warn(u"No puede seleccionar una latitud sur mayor que la latitud norte."_s, Icon::Critical);
+    const auto raiseNorth = [&] {
+        const int lowest = shownNumber(souths) + latitudeStep;
+        return chooseNearest(norths, lowest, [&](int latitude) { return latitude >= lowest; });
+    };
+    const auto lowerSouth = [&] {
+        const int highest = shownNumber(norths) - latitudeStep;
+        return chooseNearest(souths, highest, [&](int latitude) { return latitude <= highest; });
+    };
+    // Each sets off a new choice, which updates the span.
+    if (!(north ? raiseNorth() : lowerSouth())) {
+        north ? lowerSouth() : raiseNorth();
+        updateZona();
+        return;
     }
+    warn(north ? u"No puede seleccionar una latitud norte menor que la latitud sur."_s
+               : u"No puede seleccionar una latitud sur mayor que la latitud norte."_s,
+         Icon::Critical);
 }
 
 void FrmMapProperties::updateZona()
 {
-    const int span =
-        ui().cmbLatitudNorte->currentText().toInt() - ui().cmbLatitudSur->currentText().toInt();
-    ui().lblZona->setText(QString::number(span));
+    ui().lblZona->setText(
+        QString::number(shownNumber(*ui().cmbLatitudNorte) - shownNumber(*ui().cmbLatitudSur)));
 }
 
 void FrmMapProperties::cmdGenerarNombre_Click()

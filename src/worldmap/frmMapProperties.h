@@ -11,10 +11,13 @@ class FrmMapProperties final : public platform::Form<Ui::FrmMapProperties>
 public:
     bool cancelado = false; ///< the dialog was closed with "Cancelar" or by its box
 
-    /// Show sizes (columns, rows) and latitudes of a map; a list that doesn't offer the value shows
-    /// nothing.
+    /// Show sizes (columns, rows) and latitudes of a map. A value that a list doesn't offer is
+    /// added to it for the time being.
     void setSize(int columns, int rows);
     void setLatitudes(int north, int south);
+    /// Leaves in the lists only what they offer for a new map: a size that isn't among it gives way
+    /// to the first one, latitudes that the lists would refuse to 45 and -45.
+    void offerListedValues();
 
 protected:
     void Form_Load() override;

@@ -3,6 +3,7 @@
 #include "catalogue/frmPrinc.h"
 #include "platform/forms/application.h"
 #include "platform/forms/toolbar.h"
+#include "platform/forms/window_bars.h"
 #include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
@@ -50,7 +51,9 @@ void FrmMapa::Form_Load()
         [this](Qt::MouseButton button) { platform::runCommand([&] { imgMapa_MouseUp(button); }); });
     frmTiles().closed = [this] { ui().tiles->trigger(); };
     QObject::connect(ui().lvLugares, &QAbstractItemView::doubleClicked, &window(),
-                     [this] { lvLugares_DblClick(); });
+                     [this] { platform::runCommand([this] { lvLugares_DblClick(); }); });
+    QObject::connect(ui().avisos, &platform::NoticeBar::changed, &window(),
+                     [this] { Form_Resize(); });
     frmPines().closed = [this] { ui().pines->trigger(); };
     // Without its definitions the window can draw nothing, but it comes up and says why.
     platform::runCommand([this] { loadTiles(); });
@@ -119,20 +122,21 @@ void FrmMapa::Toolbar_ButtonClick(const QString& key, bool pressed)
 
 void FrmMapa::Form_Resize()
 {
-    const int width = window().width();
-    const int height = window().height();
     Ui::FrmMapa& controls = ui();
+    const QRect inner = platform::layOutBars(window(), *controls.avisos, *controls.lblEstado);
+    const int width = inner.width();
 
     const int toolbarHeight = controls.Toolbar->sizeHint().height();
-    controls.Toolbar->setGeometry(0, 0, width, toolbarHeight);
-    controls.picScroll->move(controls.picScroll->x(), toolbarHeight + bannerTop);
+    const int toolbarBottom = inner.top() + toolbarHeight;
+    controls.Toolbar->setGeometry(0, inner.top(), width, toolbarHeight);
+    controls.picScroll->move(controls.picScroll->x(), toolbarBottom + bannerTop);
     layOutBanner();
 
-    const int framesHeight = height - toolbarHeight - framesSpace;
+    const int framesHeight = inner.height() - toolbarHeight - framesSpace;
     const int lugaresWidth = controls.frameLugares->width();
     const int mapaWidth = width - 2 * gap - lugaresWidth;
-    controls.frameMapa->setGeometry(0, toolbarHeight + framesTop, mapaWidth, framesHeight);
-    controls.frameLugares->setGeometry(mapaWidth + gap, toolbarHeight + framesTop, lugaresWidth,
+    controls.frameMapa->setGeometry(0, toolbarBottom + framesTop, mapaWidth, framesHeight);
+    controls.frameLugares->setGeometry(mapaWidth + gap, toolbarBottom + framesTop, lugaresWidth,
                                        framesHeight);
     controls.lvLugares->resize(controls.lvLugares->width(), framesHeight - lugaresMargins);
     controls.lblPosicion->resize(mapaWidth - 2 * gap, controls.lblPosicion->height());

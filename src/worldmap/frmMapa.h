@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/list_items.h"
+#include "platform/core/saving.h"
 #include "platform/forms/form.h"
 #include "ui_frmMapa.h"
 #include "worldmap/map_canvas.h"
@@ -15,6 +16,7 @@ public:
     /// Replaces the document with a map of the current size, painted with the tile selected in the
     /// tile palette. Throws Error, with the document as it was.
     void newMapa();
+    void newMapa(WorldMap empty);
     /// Lets the user choose a map file and replaces the document with it. Throws Error, with the
     /// document as it was.
     void openMapa();
@@ -65,11 +67,13 @@ private:
                                 [this] { ui().minimapa->setChecked(false); }};
     std::optional<QPoint> dragPosition_; ///< where the pointer last was with the left button held
 
+    platform::KnownFile archivo_; ///< the document's file, as last read or written
+
     void loadTiles();
     void loadPines();
     void loadBanner();
     void layOutBanner();
-    void showDocument(WorldMap document);
+    void showDocument(WorldMap document, const platform::KnownFile& file);
     void askToSave();
     void newFromProperties();
     void editProperties();
@@ -90,6 +94,9 @@ private:
     bool nameIsTaken(const QString& name, QPoint exceptAt) const;
     void showEdit(QPoint cell);
 
+    static void list(const WorldMap& map, platform::ListItems& places);
+    void showLugares(platform::ListItems& places);
+    static QPoint cellOf(const platform::ListItem& place);
     void lvLugares_DblClick();
     void centreOn(QPoint cell);
     void showLocation(const QString& name, QPoint cell);

@@ -17,35 +17,40 @@ using platform::MsgBox::Icon;
 
 void FrmMapa::newMapa()
 {
-    const QString tile = frmTiles().selectedName();
-    selectTile(tile);
+    newMapa(*this);
+}
 
-    WorldMap fresh = *this;
-    fresh.mapaTiles = platform::Grid<QString>(alto, ancho, tile);
-    fresh.mapaPines = platform::Grid<QString>(alto, ancho);
-    fresh.mapaCambiado = true;
-    showDocument(std::move(fresh));
+/// Fills an empty map of the size that it says.
+void FrmMapa::newMapa(WorldMap empty)
+{
+    const QString tile = frmTiles().selectedName();
+    selectTile(tile); // fails, with nothing changed, for a tile without a picture
+    empty.mapaTiles = platform::Grid<QString>(empty.alto, empty.ancho, tile);
+    empty.mapaPines = platform::Grid<QString>(empty.alto, empty.ancho);
+    empty.mapaCambiado = true;
+    showDocument(std::move(empty), {});
 }
 
 /// "nuevo": the properties dialog, then a new map of what it says.
 void FrmMapa::newFromProperties()
 {
     Ui::FrmMapProperties& dialog = frmMapProperties().ui();
+    frmMapProperties().offerListedValues();
     dialog.cmbAncho->setEnabled(true);
     dialog.cmbAlto->setEnabled(true);
     frmMapProperties().showModal();
     if (frmMapProperties().cancelado)
         return;
 
-    const QString tile = frmTiles().selectedName();
-    selectTile(tile); // both fail before anything is changed
-    ancho = dialog.cmbAncho->currentText().toInt();
-    alto = dialog.cmbAlto->currentText().toInt();
-    latNorte = dialog.cmbLatitudNorte->currentText().toInt();
-    latSur = dialog.cmbLatitudSur->currentText().toInt();
-    notasMapa = dialog.txtNotas->toPlainText();
-    nombre = dialog.txtNombre->text();
-    newMapa();
+    WorldMap empty;
+    empty.ancho = dialog.cmbAncho->currentText().toInt();
+    empty.alto = dialog.cmbAlto->currentText().toInt();
+    empty.latNorte = dialog.cmbLatitudNorte->currentText().toInt();
+    empty.latSur = dialog.cmbLatitudSur->currentText().toInt();
+    empty.notasMapa = dialog.txtNotas->toPlainText();
+    empty.nombre = dialog.txtNombre->text();
+    empty.accion = accion;
+    newMapa(std::move(empty));
 }
 
 /// "propiedades": the properties of the document, whose size stays.
@@ -79,24 +84,41 @@ void FrmMapa::openMapa()
         return;
 
     const platform::WaitCursor wait;
-    WorldMap opened = readDrawableMap(list.caminoArchivo, *this);
+    const platform::TextFile file = platform::readTextFile(list.caminoArchivo);
+    WorldMap opened = readDrawableMap(file, *this);
     opened.mapaCambiado = mapaCambiado;
     opened.accion = NoEditing;
-    showDocument(std::move(opened));
+    showDocument(std::move(opened), file.known);
+    if (const std::optional<QString> problem = mapNameProblem(nombre))
+        ui().avisos->tell(QStringList(u"El mapa no se podrá guardar con el nombre que tiene: %1. "
+                                      "Cámbielo en sus propiedades."_s.arg(*problem)));
 }
 
 /// Makes a whole new document the window's own and draws it, seen from its top left corner.
-void FrmMapa::showDocument(WorldMap document)
+void FrmMapa::showDocument(WorldMap document, const platform::KnownFile& file)
 {
-    // A road begun on the old map ends with it.
-    document.inicioX = document.inicioY = document.finX = document.finY = -1;
-    // The one step that can fail, for want of memory, comes before anything is replaced.
-    MapCanvas::crearBuffer(document.ancho, document.alto);
+    // A road begun on the old map keeps the ends that lie on the new one.
+    document.inicioX = inicioX;
+    document.inicioY = inicioY;
+    document.finX = finX;
+    document.finY = finY;
+    if (!document.mapaTiles.contains(inicioY, inicioX))
+        document.inicioX = document.inicioY = -1;
+    if (!document.mapaTiles.contains(finY, finX))
+        document.finX = document.finY = -1;
+    document.currX = 0;
+    document.currY = 0;
+    // What can fail, for want of memory, comes before anything is replaced.
+    MapCanvas drawn = *this;
+    drawn.crearBuffer(document.ancho, document.alto);
+    drawn.renderMapa(document);
+    platform::ListItems places;
+    list(document, places);
+
     static_cast<WorldMap&>(*this) = std::move(document);
-    currX = 0;
-    currY = 0;
-    loadLugares();
-    renderMapa();
+    archivo_ = file;
+    hdcBuffer = std::move(drawn.hdcBuffer);
+    showLugares(places);
     drawMinimap();
     scrollMapa();
     setNombre(nombre);
@@ -122,25 +144,7 @@ void FrmMapa::saveMapa()
         return;
     }
     const platform::WaitCursor wait;
-    writeMapFile(*this);
+    ui().avisos->tell(saveMapFile(*this, archivo_));
     mapaCambiado = false;
-}
-
-void FrmMapa::loadLugares()
-{
-    lugares.clear();
-    for (int y = 0; y < alto; ++y) {
-        for (int x = 0; x < ancho; ++x) {
-            const QString& cell = mapaPines(y, x);
-            if (cell.isEmpty())
-                continue;
-            const Place place = Place::fromStored(cell);
-            platform::ListItem& item = lugares.add(place.name, place.name);
-            item.setIcon(frmPines().palette.images.positionOf(place.pin));
-            item.setSubItem(u"notas"_s, place.notes);
-            item.setSubItem(u"x"_s, QString::number(x));
-            item.setSubItem(u"y"_s, QString::number(y));
-        }
-    }
-    lugares.sortAgain();
+    ui().lblEstado->setText(u"Guardado: «%1»"_s.arg(nombre));
 }

@@ -74,14 +74,15 @@ void FrmMapa::imgMapa_Click()
 void FrmMapa::paintTile(QPoint cell)
 {
     const QString tile = frmTiles().selectedName();
+    selectTile(tile); // fails, with nothing changed, for a tile without a picture
     QString& painted = mapaTiles(cell.y(), cell.x());
     if (!mapaPines(cell.y(), cell.x()).isEmpty()) {
         painted = tile;
         return;
     }
-    selectTile(tile); // fails, with nothing changed, for a tile without a picture
     mapaCambiado = true;
     painted = tile;
+    redrawCell(*this, cell.x(), cell.y());
     showEdit(cell);
 }
 
@@ -112,6 +113,8 @@ void FrmMapa::setPlace(QPoint cell)
     stored = place.stored();
     if (isNew) {
         mapaCambiado = true;
+        selectPin(place.pin);
+        drawTile(hdcBuffer, cell.x(), cell.y()); // over what is there, a road too
         showEdit(cell);
     }
     loadLugares();
@@ -129,10 +132,9 @@ bool FrmMapa::nameIsTaken(const QString& name, QPoint exceptAt) const
     return false;
 }
 
-/// Brings an edited cell into the back buffer, onto the screen and into the minimap.
+/// Brings a cell that was drawn into the back buffer onto the screen and into the minimap.
 void FrmMapa::showEdit(QPoint cell)
 {
-    redrawCell(*this, cell.x(), cell.y());
     const QPoint corner = hex::cellOrigin(cell.x(), cell.y());
     const QPoint inView = corner - hex::cellOrigin(currX, currY);
     ui().imgMapa->dc().BitBlt(inView.x(), inView.y(), hex::cellWidth, hex::cellHeight, hdcBuffer,

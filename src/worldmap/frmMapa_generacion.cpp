@@ -20,7 +20,7 @@ void FrmMapa::generarMapa()
     const platform::WaitCursor wait;
     WorldMap fresh = *this;
     generarMundo(fresh, frmPines().palette);
-    showDocument(std::move(fresh));
+    showDocument(std::move(fresh), {});
 }
 
 /// In road mode the left button marks the start of a road and the right one its end.

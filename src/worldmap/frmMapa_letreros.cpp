@@ -1,9 +1,11 @@
 // The two parchment banners of the map window, the map's name and a place's, and the places list.
 
 #include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
 #include "worldmap/hex_geometry.h"
 
 #include <QCoreApplication>
+#include <QHeaderView>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -82,6 +84,52 @@ void FrmMapa::layOutBanner()
                              controls.picScroll->y());
 }
 
+/// Lists a map's places, in row-major order of their cells.
+void FrmMapa::list(const WorldMap& map, platform::ListItems& places)
+{
+    for (int y = 0; y < map.alto; ++y) {
+        for (int x = 0; x < map.ancho; ++x) {
+            const QString& cell = map.mapaPines(y, x);
+            if (cell.isEmpty())
+                continue;
+            const Place place = Place::fromStored(cell);
+            platform::ListItem& item = places.add(place.name, place.name);
+            item.setIcon(frmPines().palette.images.positionOf(place.pin));
+            item.setSubItem(u"notas"_s, place.notes);
+            item.setSubItem(u"x"_s, QString::number(x));
+            item.setSubItem(u"y"_s, QString::number(y));
+        }
+    }
+}
+
+void FrmMapa::loadLugares()
+{
+    platform::ListItems places;
+    list(*this, places);
+    showLugares(places);
+}
+
+/// Shows a list of places in place of the one shown; the place selected stays selected, by its
+/// cell.
+void FrmMapa::showLugares(platform::ListItems& places)
+{
+    std::optional<QPoint> selected;
+    if (const platform::ListItem* const place = ui().lvLugares->selectedItem())
+        selected = cellOf(*place);
+    lugares.swapItems(places);
+    ui().lvLugares->header()->setSortIndicatorShown(false); // they stand in their own order again
+    for (int row = 0; selected && row < lugares.count(); ++row) {
+        if (cellOf(lugares.at(row)) == *selected)
+            ui().lvLugares->setCurrentIndex(lugares.index(row, 0));
+    }
+}
+
+/// The cell of a place of the list.
+QPoint FrmMapa::cellOf(const platform::ListItem& place)
+{
+    return {place.subItem(u"x"_s).toInt(), place.subItem(u"y"_s).toInt()};
+}
+
 std::array<QWidget*, 4> FrmMapa::locationPieces()
 {
     return {ui().imgLocationLeft, ui().imgLocationMiddle, ui().imgLocationRight, ui().lblLocation};
@@ -98,7 +146,7 @@ void FrmMapa::lvLugares_DblClick()
     const platform::ListItem* const place = ui().lvLugares->selectedItem();
     if (!place)
         return;
-    const QPoint cell(place->subItem(u"x"_s).toInt(), place->subItem(u"y"_s).toInt());
+    const QPoint cell = cellOf(*place);
     centreOn(cell);
     drawMinimap();
     scrollMapa();

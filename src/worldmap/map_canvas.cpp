@@ -40,11 +40,11 @@ struct TilePictures {
 
 } // namespace
 
-WorldMap readDrawableMap(const QString& path, const MapPictures& pictures,
+WorldMap readDrawableMap(const platform::TextFile& file, const MapPictures& pictures,
                          const platform::OnFault& onFault)
 {
-    return readMapFile(
-        path, [&](const QString& name) { return pictures.colTiles.contains(name); },
+    return parseMap(
+        file, [&](const QString& name) { return pictures.colTiles.contains(name); },
         [&](const QString& name) { return pictures.colPines.contains(name); }, onFault);
 }
 

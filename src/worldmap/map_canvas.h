@@ -12,8 +12,8 @@ struct MapPictures {
     PictureCollection colMascarasPines;
 };
 
-/// Reads a map file whose every tile and pin has a picture among these; as readMapFile does.
-WorldMap readDrawableMap(const QString& path, const MapPictures& pictures,
+/// Reads a map whose every tile and pin has a picture among these; as parseMap does.
+WorldMap readDrawableMap(const platform::TextFile& file, const MapPictures& pictures,
                          const platform::OnFault& onFault = platform::giveUp);
 
 /// Draws a world map: whole, into a back buffer of the map's size, or cell by cell.

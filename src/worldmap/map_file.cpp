@@ -174,16 +174,16 @@ QString storable(const QString& text, const QString& what)
     if (bad == text.end())
         return text;
     const QString name = bad->isPrint() ? u"el carácter «%1»"_s.arg(*bad) : u"un salto de línea"_s;
-    throw Error(ErrorNumber::BadCharacter, u"%1 no puede formar parte de %2"_s.arg(name, what));
+    throw Error(ErrorNumber::BadCharacter, u"%1 no puede formar parte %2"_s.arg(name, what));
 }
 
 QString mapFileText(const WorldMap& map)
 {
     const QString lineEnd = u"\r\n"_s;
-    QString text = storable(map.nombre, u"un nombre de mapa"_s) + lineEnd;
+    QString text = storable(map.nombre, u"de un nombre de mapa"_s) + lineEnd;
     text += u"%1;%2"_s.arg(map.alto).arg(map.ancho) + lineEnd;
     text += u"%1;%2"_s.arg(map.latNorte).arg(map.latSur) + lineEnd;
-    text += storable(notesToFile(map.notasMapa), u"las notas del mapa"_s) + lineEnd;
+    text += storable(notesToFile(map.notasMapa), u"de las notas del mapa"_s) + lineEnd;
     for (const QString& tile : map.mapaTiles)
         text += tile + fieldSeparator;
     text += lineEnd;
@@ -193,9 +193,9 @@ QString mapFileText(const WorldMap& map)
             if (cell.isEmpty())
                 continue;
             const Place place = Place::fromStored(cell);
-            const Place stored{storable(place.pin, u"el nombre de un pin"_s),
-                               storable(place.name, u"el nombre de un lugar"_s),
-                               storable(notesToFile(place.notes), u"las notas de un lugar"_s)};
+            const Place stored{storable(place.pin, u"del nombre de un pin"_s),
+                               storable(place.name, u"del nombre de un lugar"_s),
+                               storable(notesToFile(place.notes), u"de las notas de un lugar"_s)};
             text += u"%1;%2;"_s.arg(row).arg(column) + stored.stored() + placeEnd;
         }
     }
@@ -207,7 +207,12 @@ QString mapFileText(const WorldMap& map)
 WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin,
                      const OnFault& onFault)
 {
-    const TextFile file = platform::readTextFile(path);
+    return parseMap(platform::readTextFile(path), isTile, isPin, onFault);
+}
+
+WorldMap parseMap(const TextFile& file, const IsDefined& isTile, const IsDefined& isPin,
+                  const OnFault& onFault)
+{
     WorldMap map;
     if (file.lines.size() != lineCount) {
         onFault(file.errorAt(
@@ -232,16 +237,12 @@ WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefin
     return map;
 }
 
-void writeMapFile(const WorldMap& map)
+QStringList saveMapFile(const WorldMap& map, platform::KnownFile& known)
 {
+    const QByteArray bytes = mapFileBytes(map); // judges the name before any folder is made
     const QString path = mapFilePath(map.nombre);
     QDir().mkpath(QFileInfo(path).path());
-    writeMapFile(map, path);
-}
-
-void writeMapFile(const WorldMap& map, const QString& path)
-{
-    platform::writeFileAtomically(path, mapFileBytes(map));
+    return platform::saveFile(path, bytes, known);
 }
 
 QByteArray mapFileBytes(const WorldMap& map)
@@ -260,7 +261,8 @@ QByteArray mapFileBytes(const WorldMap& map)
 
 QString mapFilePath(const QString& mapName)
 {
-    return platform::inAppFolder(u"mapas\\%1.map"_s.arg(mapName));
+    // Not through inAppFolder: maps whose names differ in letter case are different maps.
+    return platform::inAppFolder(u"mapas"_s) + u'/' + mapName + u".map"_s;
 }
 
 QString asPlaceName(const QString& name)

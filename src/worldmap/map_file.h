@@ -16,12 +16,21 @@ using IsDefined = std::function<bool(const QString& name)>;
 WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin,
                      const platform::OnFault& onFault = platform::giveUp);
 
-/// Writes the map to a file, replacing one that is there; without a path to its own,
-/// AppFolder\mapas\NAME.map. Throws Error when the name can't be a file's, a text can't be stored,
-/// or writing fails; an old file is whole.
-void writeMapFile(const WorldMap& map);
-void writeMapFile(const WorldMap& map, const QString& path);
-/// What writeMapFile writes. Throws as it does, but for writing.
+/// As readMapFile, from a file that was read.
+WorldMap parseMap(const platform::TextFile& file, const IsDefined& isTile, const IsDefined& isPin,
+                  const platform::OnFault& onFault = platform::giveUp);
+
+/// Writes the map to its own file, AppFolder\mapas\NAME.map, as platform::saveFile does; returns
+/// what the user is to be told. Throws Error when the name can't be a file's, a text can't be
+/// stored, or writing fails; an old file is whole.
+QStringList saveMapFile(const WorldMap& map, platform::KnownFile& known);
+/// The same for a map that has no file yet, as far as is known.
+inline QStringList saveMapFile(const WorldMap& map)
+{
+    platform::KnownFile none;
+    return saveMapFile(map, none);
+}
+/// The bytes of a map's file. Throws Error as saveMapFile does, but for writing.
 QByteArray mapFileBytes(const WorldMap& map);
 
 /// The path of the file of a map of that name.

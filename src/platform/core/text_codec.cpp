@@ -62,6 +62,23 @@ QByteArray toWindows1252(QStringView text)
     return bytes;
 }
 
+std::optional<DecodedText> decodeText(QByteArrayView bytes)
+{
+    constexpr QByteArrayView mark("\xEF\xBB\xBF");
+    if (bytes.startsWith(mark)) {
+        const QByteArrayView marked = bytes.sliced(mark.size());
+        if (!marked.isValidUtf8())
+            return std::nullopt;
+        return DecodedText{QString::fromUtf8(marked), true};
+    }
+    const bool beyondAscii = std::any_of(bytes.begin(), bytes.end(), [](char byte) {
+        return static_cast<unsigned char>(byte) >= firstHigh;
+    });
+    if (beyondAscii && bytes.isValidUtf8())
+        return DecodedText{QString::fromUtf8(bytes), true};
+    return DecodedText{fromWindows1252(bytes), false};
+}
+
 std::optional<QString> firstOutsideWindows1252(QStringView text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {

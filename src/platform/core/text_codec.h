@@ -14,6 +14,17 @@ QString fromWindows1252(QByteArrayView bytes);
 /// The inverse. Throws Error (BadCharacter) that names the first character the code page lacks.
 QByteArray toWindows1252(QStringView text);
 
+/// The text of a data file, and what it was in.
+struct DecodedText {
+    QString text;
+    bool isUtf8;
+};
+
+/// Decodes the bytes of a data file. They are taken as UTF-8 when they begin with its mark, which
+/// is left out, or when they hold bytes above 127 and all of these form valid UTF-8, as modern text
+/// editors write them; else as Windows-1252. Nothing for bytes that have the mark but aren't UTF-8.
+std::optional<DecodedText> decodeText(QByteArrayView bytes);
+
 /// The first character (a whole code point) of the text that the code page lacks, if there is one.
 std::optional<QString> firstOutsideWindows1252(QStringView text);
 

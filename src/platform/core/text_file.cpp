@@ -5,9 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <algorithm>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -16,41 +14,14 @@ namespace {
 
 constexpr qint64 bytesPerMegabyte = 1024 * 1024;
 
-QString openingReason()
+/// Why a file can't be found: it may be its folder that is missing.
+QString missingReason(const QString& path)
 {
-    return u"no se puede abrir; compruebe los permisos del archivo y de su carpeta"_s;
-}
-
-QString writingReason()
-{
-    return u"no se puede escribir; compruebe el espacio libre del disco"_s;
-}
-
-Error unwritable(const QString& path, const QString& reason)
-{
-    return Error(ErrorNumber::FileUnwritable,
-                 u"No se puede guardar «%1»: %2."_s.arg(displayPath(path), reason));
-}
-
-/// Puts bytes into a file that is there, where its folder allows no new file beside it. The room
-/// for them is taken before any old byte is touched, so that a full disk leaves the old file whole.
-void overwrite(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
-        throw unwritable(path, openingReason());
-    const qint64 oldSize = file.size();
-    if (bytes.size() > oldSize) {
-        const QByteArray beyond = bytes.sliced(oldSize);
-        if (!file.seek(oldSize) || file.write(beyond) != beyond.size()) {
-            file.resize(oldSize);
-            throw unwritable(path, writingReason());
-        }
-    }
-    const qint64 within = std::min(qint64{bytes.size()}, oldSize);
-    if (!file.seek(0) || file.write(bytes.constData(), within) != within ||
-        !file.resize(bytes.size()))
-        throw unwritable(path, writingReason());
+    const QFileInfo folder(QFileInfo(path).path());
+    if (folder.isDir())
+        return u"No se encuentra el archivo «%1»."_s.arg(displayPath(path));
+    return u"No se encuentra el archivo «%1»: falta la carpeta «%2»."_s.arg(
+        displayPath(path), displayPath(folder.filePath()));
 }
 
 } // namespace
@@ -72,8 +43,7 @@ QByteArray readFile(const QString& path, qint64 maxBytes)
 {
     const QFileInfo info(path);
     if (!info.exists())
-        throw Error(ErrorNumber::FileNotFound,
-                    u"No se encuentra el archivo «%1»."_s.arg(displayPath(path)));
+        throw Error(ErrorNumber::FileNotFound, missingReason(path));
     const auto unreadable = [&](const QString& reason) {
         return Error(ErrorNumber::FileUnreadable,
                      u"No se puede leer «%1»: %2."_s.arg(displayPath(path), reason));
@@ -87,7 +57,7 @@ QByteArray readFile(const QString& path, qint64 maxBytes)
                         QString::number(maxBytes / bytesPerMegabyte)));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw unreadable(openingReason());
+        throw unreadable(u"no se puede abrir; compruebe los permisos del archivo"_s);
     QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         throw unreadable(u"error de lectura"_s);
@@ -113,27 +83,25 @@ std::vector<QString> splitLines(const QString& text)
 
 TextFile readTextFile(const QString& path)
 {
-    return {path, splitLines(fromWindows1252(readFile(path, maxTextFileBytes)))};
+    const QByteArray bytes = readFile(path, maxTextFileBytes);
+    TextFile file{path, {}, {}, {path, contentDigest(bytes)}};
+    const std::optional<DecodedText> decoded = decodeText(bytes);
+    if (!decoded)
+        throw file.errorAt(0, u"el archivo lleva la marca de UTF-8, pero no está en UTF-8"_s);
+    file.text = decoded->text;
+    file.isUtf8 = decoded->isUtf8;
+    file.lines = splitLines(file.text);
+    return file;
 }
 
-void writeFileAtomically(const QString& path, const QByteArray& bytes)
+QString TextFile::textFrom(std::size_t line) const
 {
-    if (const QFileInfo info(path); info.exists() && !info.isFile())
-        throw unwritable(path, info.isDir() ? u"hay una carpeta con ese nombre"_s
-                                            : u"no es un archivo corriente"_s);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        overwrite(path, bytes);
-        return;
+    qsizetype start = 0;
+    for (std::size_t i = 0; i < line && i < lines.size(); ++i) {
+        start += lines[i].size();
+        start += QStringView(text).sliced(start).startsWith(u"\r\n") ? 2 : 1;
     }
-    // Flushed by hand: commit() doesn't notice when the last of the bytes find no room.
-    if (file.write(bytes) != bytes.size() || !file.flush() || !file.commit())
-        throw unwritable(path, writingReason());
-}
-
-void copyFileAtomically(const QString& from, const QString& to)
-{
-    writeFileAtomically(to, readFile(from, std::numeric_limits<qint64>::max()));
+    return text.sliced(std::min(start, text.size()));
 }
 
 } // namespace platform

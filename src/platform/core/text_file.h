@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/error.h"
+#include "platform/core/saving.h"
 
 #include <QByteArray>
 #include <QString>
@@ -9,10 +10,16 @@
 
 namespace platform {
 
-/// A text file of the program, read whole and decoded from Windows-1252.
+/// A text file of the program, read whole and decoded.
 struct TextFile {
     QString path;
     std::vector<QString> lines; ///< without their ends
+    QString text{};             ///< with them
+    KnownFile known{};          ///< the file as it was read
+    bool isUtf8 = false;        ///< else it is in Windows-1252, as the program writes it
+
+    /// The text from the beginning of a line (counted from 0) on, as it stands in the file.
+    QString textFrom(std::size_t line) const;
 
     /// The error for a fault in a line (counted from 0); its text names file, line and reason.
     Error errorAt(std::size_t line, const QString& reason,
@@ -28,22 +35,15 @@ using OnFault = std::function<void(const Error& fault)>;
 /// The largest text file that is read, in bytes: several times the largest map the program draws.
 inline constexpr qint64 maxTextFileBytes = 64 * 1024 * 1024;
 
-/// Reads a file of at most maxBytes bytes. Throws Error: FileNotFound, FileUnreadable, TooLarge.
+/// Reads an ordinary file of at most maxBytes bytes. Throws Error: FileNotFound, FileUnreadable,
+/// TooLarge.
 QByteArray readFile(const QString& path, qint64 maxBytes);
 
-/// Reads a text file. A line ends at CR, at CR LF or at LF; a last line needs no end. Throws as
-/// readFile does.
+/// Reads a text file, by decodeText. A line ends at CR, at CR LF or at LF; a last line needs no
+/// end. Throws as readFile does, and Error (BadFormat).
 TextFile readTextFile(const QString& path);
 
 /// Cuts a text into lines as readTextFile does.
 std::vector<QString> splitLines(const QString& text);
-
-/// Puts bytes into a file so that a failure or a crash leaves the old file whole: a new file beside
-/// it is filled, flushed and renamed over it. Only where the folder forbids new files is the file
-/// itself overwritten, which a crash can spoil, but not a full disk. Throws Error (FileUnwritable).
-void writeFileAtomically(const QString& path, const QByteArray& bytes);
-
-/// Copies a file over another, with the same care. Throws Error.
-void copyFileAtomically(const QString& from, const QString& to);
 
 } // namespace platform

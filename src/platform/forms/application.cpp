@@ -4,7 +4,11 @@
 #include "platform/forms/msg_box.h"
 
 #include <QFont>
+#include <QHelpEvent>
 #include <QLibraryInfo>
+#include <QTextDocument>
+#include <QToolTip>
+#include <QWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -14,6 +18,20 @@ namespace {
 void showError(const QString& text)
 {
     MsgBox::show(text, u"Error"_s, MsgBox::Icon::Critical);
+}
+
+/// Tells the user of the exception being handled.
+void tellOfException()
+{
+    try {
+        throw;
+    } catch (const Error& error) {
+        showError(error.description);
+    } catch (const std::bad_alloc&) {
+        showError(u"No queda memoria para esta operación."_s);
+    } catch (const std::exception& error) {
+        showError(QString::fromUtf8(error.what()));
+    }
 }
 
 void substituteFonts()
@@ -36,6 +54,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv)
     setStyle(u"Fusion"_s);
 #endif
     substituteFonts();
+    installEventFilter(this);
     if (qtTexts_.load(QLocale(QLocale::Spanish), u"qtbase"_s, u"_"_s,
                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         installTranslator(&qtTexts_);
@@ -44,23 +63,28 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv)
 bool Application::notify(QObject* receiver, QEvent* event)
 try {
     return QApplication::notify(receiver, event);
-} catch (const Error& error) {
-    showError(error.description);
+} catch (...) {
+    tellOfException();
     return false;
-} catch (const std::bad_alloc&) {
-    showError(u"No queda memoria para esta operación."_s);
-    return false;
-} catch (const std::exception& error) {
-    showError(QString::fromUtf8(error.what()));
-    return false;
+}
+
+bool Application::eventFilter(QObject* receiver, QEvent* event)
+{
+    auto* const widget = qobject_cast<QWidget*>(receiver);
+    if (event->type() != QEvent::ToolTip || !widget || !Qt::mightBeRichText(widget->toolTip()))
+        return QApplication::eventFilter(receiver, event);
+    // A name with a "<" in it is no markup.
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       Qt::convertFromPlainText(widget->toolTip()), widget);
+    return true;
 }
 
 void runCommand(const std::function<void()>& command)
 {
     try {
         command();
-    } catch (const Error& error) {
-        showError(error.description);
+    } catch (...) {
+        tellOfException();
     }
 }
 

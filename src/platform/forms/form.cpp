@@ -94,6 +94,7 @@ FormWindow& FormBase::window()
 void FormBase::show()
 {
     window().setWindowModality(Qt::NonModal);
+    window().setWindowState(window().windowState() & ~Qt::WindowMinimized);
     window().show();
     window().raise();
     window().activateWindow();

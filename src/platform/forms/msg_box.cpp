@@ -1,5 +1,7 @@
 #include "platform/forms/msg_box.h"
 
+#include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -27,6 +29,28 @@ QMessageBox::Icon qtIcon(Icon icon)
     return QMessageBox::NoIcon;
 }
 
+/// A question is answered by one of its buttons; Escape and the close box leave it where it is.
+class Question final : public QMessageBox
+{
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (!event->matches(QKeySequence::Cancel))
+            QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+void fill(QMessageBox& box, const Asked& asked)
+{
+    box.setObjectName(u"MsgBox"_s);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint); // no topmost palette may cover it
+    box.setWindowTitle(asked.title);
+    box.setTextFormat(Qt::PlainText); // a "<" in a file's name is no markup
+    box.setText(asked.text);
+    box.setIcon(qtIcon(asked.icon));
+}
+
 } // namespace
 
 Answer show(const QString& text, const QString& title, Icon icon, Buttons buttons)
@@ -34,21 +58,17 @@ Answer show(const QString& text, const QString& title, Icon icon, Buttons button
     if (currentScript)
         return currentScript->reply({text, title, icon, buttons});
 
-    QMessageBox box;
-    box.setObjectName(u"MsgBox"_s);
-    box.setWindowFlag(Qt::WindowStaysOnTopHint); // no topmost palette may cover it
-    box.setWindowTitle(title);
-    box.setTextFormat(Qt::PlainText); // a "<" in a file's name is no markup
-    box.setText(text);
-    box.setIcon(qtIcon(icon));
     if (buttons == Buttons::Ok) {
+        QMessageBox box;
+        fill(box, {text, title, icon, buttons});
         box.addButton(QMessageBox::Ok)->setText(u"Aceptar"_s);
         box.exec();
         return Answer::Ok;
     }
+    Question box;
+    fill(box, {text, title, icon, buttons});
     box.addButton(QMessageBox::Yes)->setText(u"&Sí"_s);
     box.addButton(QMessageBox::No)->setText(u"&No"_s);
-    box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }
 

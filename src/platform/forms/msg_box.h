@@ -11,7 +11,8 @@ enum class Icon { None, Information, Question, Warning, Critical };
 enum class Buttons { Ok, YesNo };
 enum class Answer { Ok, Yes, No };
 
-/// Shows a modal message box and returns the button pressed; closing the box answers Ok or No.
+/// Shows a modal message box and returns the button pressed. Escape and the close box answer Ok,
+/// but don't answer a question.
 Answer show(const QString& text, const QString& title, Icon icon = Icon::None,
             Buttons buttons = Buttons::Ok);
 
@@ -34,6 +35,8 @@ public:
     Script& operator=(const Script&) = delete;
 
     void expect(Answer answer = Answer::Ok) { answers_.push_back(answer); }
+    /// Takes back the answers that weren't asked for.
+    void forgetAnswers() { answers_.clear(); }
     std::size_t answersLeft() const { return answers_.size(); }
     const std::vector<Asked>& asked() const { return asked_; }
     const std::vector<Asked>& unexpected() const { return unexpected_; }

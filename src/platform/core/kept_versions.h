@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <optional>
+#include <vector>
+
+namespace platform {
+
+/// An earlier version of a data file, as it is kept.
+struct KeptVersion {
+    QString path;
+    QDateTime when; ///< when it was kept, in local time
+};
+
+/// The folder that holds the earlier versions of a file: below AppFolder\respaldo, where the file
+/// lies below AppFolder, and named after it.
+QString versionsFolder(const QString& path);
+
+/// The kept versions of a file, the newest first. Whatever else lies in their folder is left out.
+std::vector<KeptVersion> keptVersions(const QString& path);
+
+/// How many versions of a file are kept; the oldest ones go first.
+inline constexpr int maxKeptVersions = 10;
+
+/// Keeps bytes as the newest version of a file; if they are those of the newest one already, that
+/// one serves. Returns the path of the version. Throws Error (FileUnwritable).
+QString keepVersion(const QString& path, const QByteArray& bytes);
+
+} // namespace platform

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace platform {
+
+/// What a document knows of its file: which it is, and a digest of what was last read from it or
+/// written to it.
+struct KnownFile {
+    QString path;
+    QByteArray digest;
+};
+
+/// The digest by which contents of files are compared.
+QByteArray contentDigest(const QByteArray& bytes);
+
+/// Puts bytes into a file so that a failure or a crash leaves the old file whole. Where the folder
+/// takes no new file, the file is overwritten in place, after a copy of it was kept among its
+/// versions or in the folder for temporary files. Returns what the user is to be told of that, in
+/// Spanish; mostly nothing. Throws Error (FileUnwritable).
+QStringList writeFileAtomically(const QString& path, const QByteArray& bytes);
+
+/// Saves a document: writes its file as writeFileAtomically does, and first keeps the version that
+/// is replaced: always when it isn't what the document last read or wrote, else when no version was
+/// kept in the last ten minutes. `known` then says what was written. That a version couldn't be
+/// kept is told; the save goes on. Throws Error (FileUnwritable), with `known` as it was.
+QStringList saveFile(const QString& path, const QByteArray& bytes, KnownFile& known);
+
+/// Copies a file over another, with the care of writeFileAtomically. Throws Error.
+void copyFileAtomically(const QString& from, const QString& to);
+
+} // namespace platform
