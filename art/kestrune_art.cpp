@@ -4,20 +4,17 @@
 //
 //   kestrune-art ROOT           writes every GIF (ROOT is the top of the source tree)
 //   kestrune-art --check ROOT   writes nothing; fails when a GIF differs from its source
+#include "pix.h"
+
 #include <gif_lib.h>
 
-#include <algorithm>
 #include <array>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <map>
-#include <sstream>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace fs = std::filesystem;
+using namespace art;
 
 namespace {
 
@@ -42,102 +39,10 @@ constexpr std::array pictureSets{
     PictureSet{"art/ui", "src/app/pictures", "art/palettes/ui.txt", false},
 };
 
-constexpr char transparentMark = '.';
-constexpr int transparentIndex = 0;
-constexpr GifColorType black{0, 0, 0};
-constexpr GifColorType white{255, 255, 255};
-
-using Palette = std::map<char, GifColorType>;
-
-/// Colour-indexed pixels, row by row. Index 0 is black and stands for "transparent" when
-/// `transparent` is set: a reader that knows no transparency sees the black that masked drawing
-/// needs.
-struct IndexedPicture {
-    int width = 0;
-    int height = 0;
-    bool transparent = false;
-    std::vector<GifColorType> colours;
-    std::vector<GifByteType> pixels;
-};
-
-std::string readFile(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return file ? text.str() : throw std::runtime_error("cannot read " + path.string());
-}
-
-std::vector<std::string> readLines(const fs::path& path)
-{
-    std::istringstream text(readFile(path));
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(text, line);) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        lines.push_back(line);
-    }
-    return lines;
-}
-
-/// Reads a palette: lines "c #rrggbb note"; other lines are comments.
-Palette readPalette(const fs::path& path)
-{
-    Palette palette;
-    for (const std::string& line : readLines(path)) {
-        if (line.size() < 9 || line[1] != ' ' || line[2] != '#')
-            continue;
-        const unsigned long rgb = std::stoul(line.substr(3, 6), nullptr, 16);
-        const GifColorType colour{static_cast<GifByteType>(rgb >> 16),
-                                  static_cast<GifByteType>(rgb >> 8 & 0xff),
-                                  static_cast<GifByteType>(rgb & 0xff)};
-        if (line[0] == transparentMark || !palette.emplace(line[0], colour).second)
-            throw std::runtime_error(path.string() + ": mark used twice: " + line);
-    }
-    return palette;
-}
-
-/// Reads a .pix file: rows of equal length, one palette mark a pixel, "." for transparent.
-/// Lines that begin with a blank are comments.
-IndexedPicture readPix(const fs::path& path, const Palette& palette)
-{
-    IndexedPicture picture;
-    picture.colours.push_back(black);
-    std::map<char, GifByteType> indexOf{{transparentMark, transparentIndex}};
-    for (const std::string& row : readLines(path)) {
-        if (row.empty() || row[0] == ' ')
-            continue;
-        if (picture.height++ == 0)
-            picture.width = static_cast<int>(row.size());
-        if (static_cast<int>(row.size()) != picture.width)
-            throw std::runtime_error(path.string() + ": row " + std::to_string(picture.height) +
-                                     " has " + std::to_string(row.size()) + " pixels, not " +
-                                     std::to_string(picture.width));
-        for (const char mark : row) {
-            const auto known = indexOf.find(mark);
-            if (known != indexOf.end()) {
-                picture.pixels.push_back(known->second);
-                picture.transparent |= mark == transparentMark;
-                continue;
-            }
-            const auto colour = palette.find(mark);
-            if (colour == palette.end())
-                throw std::runtime_error(path.string() + ": no colour for mark '" + mark + "'");
-            const auto index = static_cast<GifByteType>(picture.colours.size());
-            indexOf.emplace(mark, index);
-            picture.colours.push_back(colour->second);
-            picture.pixels.push_back(index);
-        }
-    }
-    if (picture.pixels.empty())
-        throw std::runtime_error(path.string() + ": no rows");
-    return picture;
-}
-
 IndexedPicture maskOf(const IndexedPicture& picture)
 {
     IndexedPicture mask{picture.width, picture.height, false, {black, white}, {}};
-    for (const GifByteType pixel : picture.pixels)
+    for (const std::uint8_t pixel : picture.pixels)
         mask.pixels.push_back(pixel == transparentIndex ? 1 : 0);
     return mask;
 }
@@ -163,8 +68,10 @@ std::string encodeGif(const IndexedPicture& picture)
     if (!gif)
         throw std::runtime_error("GIF encoder cannot start");
 
-    std::vector<GifColorType> colours = picture.colours;
-    colours.resize(1u << GifBitSize(static_cast<int>(colours.size())), black);
+    std::vector<GifColorType> colours;
+    for (const Rgb& colour : picture.colours)
+        colours.push_back({colour.red, colour.green, colour.blue});
+    colours.resize(1u << GifBitSize(static_cast<int>(colours.size())), GifColorType{0, 0, 0});
     ColorMapObject* map = GifMakeMapObject(static_cast<int>(colours.size()), colours.data());
     EGifSetGifVersion(gif, true);
     require(EGifPutScreenDesc(gif, picture.width, picture.height, 8, 0, map), "screen");

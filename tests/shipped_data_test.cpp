@@ -1,4 +1,5 @@
 // The files that ship with the program, checked as a user's program would read them.
+#include "art/contrast.h"
 #include "catalogue/catalogue_file.h"
 #include "support.h"
 #include "worldmap/definitions.h"
@@ -36,6 +37,21 @@ bool insideCell(int x, int y)
 {
     const int inset = cellInsets[static_cast<std::size_t>(y)];
     return x >= inset && x < 15 - inset;
+}
+
+std::vector<art::Rgb> cellPixels(const QImage& tile)
+{
+    std::vector<art::Rgb> pixels;
+    for (int y = 0; y < 14; ++y) {
+        for (int x = 0; x < 15; ++x) {
+            const QColor colour = tile.pixelColor(x, y);
+            if (insideCell(x, y))
+                pixels.push_back({static_cast<std::uint8_t>(colour.red()),
+                                  static_cast<std::uint8_t>(colour.green()),
+                                  static_cast<std::uint8_t>(colour.blue())});
+        }
+    }
+    return pixels;
 }
 
 } // namespace
@@ -116,6 +132,29 @@ TEST_F(ShippedData, TilesInterlockWithoutHolesOrOverlap)
     for (int y = 14; y < 90; ++y) {
         for (int x = 15; x < 90; ++x)
             ASSERT_EQ(covered(y, x), 1) << x << ',' << y;
+    }
+}
+
+TEST_F(ShippedData, TilesAreToldApartByEveryEye)
+{
+    const art::TileLook red = art::lookAt({{255, 0, 0}}, art::Sight::full);
+    EXPECT_NEAR(red.mean.lightness, 53.24, 0.01); // as published
+    EXPECT_NEAR(red.mean.a, 80.09, 0.01);
+    EXPECT_NEAR(red.mean.b, 67.20, 0.01);
+    std::map<std::string, std::vector<art::Rgb>> pixels;
+    std::vector<std::string> names;
+    for (auto tile = canvas.colTiles.cbegin(); tile != canvas.colTiles.cend(); ++tile) {
+        names.push_back(tile.key().toStdString());
+        pixels[names.back()] = cellPixels(tile.value()->image());
+    }
+    for (const art::Sight sight : art::sights) {
+        for (const art::TilePair& pair : art::pairsToTellApart(names)) {
+            const art::TileLook one = art::lookAt(pixels.at(pair.one), sight);
+            const art::TileLook other = art::lookAt(pixels.at(pair.other), sight);
+            EXPECT_TRUE(art::toldApart(one, other))
+                << pair.one << " and " << pair.other << " differ by "
+                << art::lightnessDifference(one, other) << " for sight " << static_cast<int>(sight);
+        }
     }
 }
 
