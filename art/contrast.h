@@ -12,7 +12,8 @@
 namespace art {
 
 enum class Sight { full, deuteranopia, protanopia, grey };
-inline constexpr std::array sights{Sight::full, Sight::deuteranopia, Sight::protanopia, Sight::grey};
+inline constexpr std::array sights{Sight::full, Sight::deuteranopia, Sight::protanopia,
+                                   Sight::grey};
 
 /// What is asked of two tiles: a difference of mean lightness, in units of CIELAB's L*, or a
 /// pattern on one of them: a share of its pixels that stand so far from its ground.

@@ -168,12 +168,15 @@ TEST_F(ShippedData, DefinitionsServeGeneratorRoadsAndClimate)
         SCOPED_TRACE(tile.key().toStdString());
         bool cost = false, temperature = false, people = false;
         tile.subItem(u"costo"_s).toInt(&cost);
-        tile.subItem(u"temperatura"_s).toDouble(&temperature);
+        tile.subItem(u"temperatura"_s).toInt(&temperature); // the climate report rounds
         tile.subItem(u"habitantes"_s).toDouble(&people);
         EXPECT_TRUE(cost && temperature && people);
         EXPECT_FALSE(tile.text().isEmpty());
     }
     EXPECT_EQ(tiles.items.find(u"M1"_s)->subItem(u"costo"_s), u"-1"_s);
+    EXPECT_GT(tiles.items.find(u"Hielo"_s)->subItem(u"temperatura"_s).toInt(),
+              tiles.items.find(u"Desierto"_s)->subItem(u"temperatura"_s).toInt())
+        << "the report's figure grows away from the equator: positive is colder";
     EXPECT_GE(pins.items.count(), 12);
     for (auto pin = canvas.colPines.cbegin(); pin != canvas.colPines.cend(); ++pin) {
         const auto mask = canvas.colMascarasPines.value(pin.key());
