@@ -54,6 +54,7 @@ void printTiles(const std::map<std::string, Looks>& tiles)
 int printPairs(const std::map<std::string, Looks>& tiles)
 {
     std::vector<std::string> names;
+    names.reserve(tiles.size());
     for (const auto& [name, looks] : tiles)
         names.push_back(name);
     std::cout << '\n' << std::setw(22) << ' ';
@@ -65,7 +66,7 @@ int printPairs(const std::map<std::string, Looks>& tiles)
     std::cout << '\n';
     int tooAlike = 0;
     for (const auto& [one, other] : pairsToTellApart(names)) {
-        std::cout << std::left << std::setw(22) << one + " " + other << std::right;
+        std::cout << std::left << std::setw(11) << one << std::setw(11) << other << std::right;
         bool apart = true;
         for (std::size_t i = 0; i < sights.size(); ++i) {
             const TileLook& first = tiles.at(one)[i];
