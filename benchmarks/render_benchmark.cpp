@@ -54,7 +54,6 @@ Scene& scene()
 platform::MemoryDC reduced(const platform::MemoryDC& buffer)
 {
     platform::MemoryDC picture(177 * buffer.width() / buffer.height(), 177);
-    picture.SetStretchBltMode(platform::StretchMode::HALFTONE);
     picture.StretchBlt(0, 0, picture.width(), picture.height(), buffer, 0, 0, buffer.width(),
                        buffer.height(), platform::RasterOp::SRCCOPY);
     return picture;

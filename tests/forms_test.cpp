@@ -2,6 +2,7 @@
 #include "app/procs_windows.h"
 #include "catalogue/frmProgreso.h"
 #include "platform/forms/application.h"
+#include "platform/forms/placement.h"
 #include "platform/forms/twips.h"
 #include "window_test.h"
 #include "worldmap/frmListaArchivos.h"
@@ -144,6 +145,34 @@ TEST(MsgBoxTest, ShowsARealMessageBoxWithSpanishButtons)
     EXPECT_EQ(answerWith(QMessageBox::No, MsgBox::Buttons::YesNo), MsgBox::Answer::No);
     EXPECT_EQ(answerWith(QMessageBox::Ok, MsgBox::Buttons::Ok), MsgBox::Answer::Ok);
     EXPECT_EQ(answerWith(QMessageBox::NoButton, MsgBox::Buttons::Ok), MsgBox::Answer::Ok);
+}
+
+TEST(Placement, ToolsOpenBesideTheMapAndOnTheScreen)
+{
+    using platform::besideMap;
+    const QRect map(100, 150, 700, 600);
+    const QRect owner(90, 40, 1060, 760);
+    const QSize tool(400, 300);
+    // Right of the window, left of it, or over what stands beside the map, made narrower if need
+    // be.
+    EXPECT_EQ(besideMap(tool, map, owner, {0, 0, 1800, 1000}, 0), QRect(QPoint(1150, 150), tool));
+    EXPECT_EQ(besideMap(tool, map, owner, {-400, 0, 1600, 1000}, 1),
+              QRect(QPoint(-310, 450), tool));
+    EXPECT_EQ(besideMap(tool, map, owner, {0, 0, 1300, 1000}, 0), QRect(QPoint(800, 150), tool));
+    EXPECT_EQ(besideMap(tool, map, owner, {0, 0, 1150, 1000}, 0), QRect(800, 150, 350, 300));
+    EXPECT_EQ(besideMap(tool, map, owner, {0, 0, 900, 400}, 0.5), QRect(640, 150, 260, 250));
+}
+
+TEST_F(FormTest, ComesBackOntoTheScreen)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    for (const QPoint wanted : {QPoint(9000, 9000), QPoint(-9000, -9000)}) {
+        frmTiles().moveTo(wanted);
+        EXPECT_TRUE(screen.contains(QRect(frmTiles().window().pos(), frmTiles().window().size())));
+    }
+    frmTiles().window().showMinimized();
+    frmTiles().show();
+    EXPECT_FALSE(frmTiles().window().isMinimized());
 }
 
 TEST_F(FormTest, AClickOnAHeaderSortsAscendingEveryTime)

@@ -97,7 +97,7 @@ TEST(MemoryDC, MaskBltIsMaskThenPicture)
     }
 }
 
-TEST(MemoryDC, HalftoneAveragesTheCoveredArea)
+TEST(MemoryDC, StretchingAveragesTheCoveredArea)
 {
     QImage checks(4, 2, QImage::Format_RGB32);
     for (int x = 0; x < 4; ++x) {
@@ -105,7 +105,6 @@ TEST(MemoryDC, HalftoneAveragesTheCoveredArea)
         checks.setPixel(x, 1, x < 2 ? qRgb(100, 0, 20) : qRgb(0, 40, 0));
     }
     MemoryDC target(3, 1);
-    target.SetStretchBltMode(platform::StretchMode::HALFTONE);
     target.StretchBlt(0, 0, 2, 1, MemoryDC(checks), 0, 0, 4, 2, RasterOp::SRCCOPY);
     EXPECT_EQ(target.image().pixel(0, 0), qRgb(150, 0, 15));
     EXPECT_EQ(target.image().pixel(1, 0), qRgb(0, 20, 0));
@@ -120,7 +119,6 @@ TEST(MemoryDC, HalftoneAveragesTheCoveredArea)
     // A mean over everything, whatever the sizes: no weight is lost.
     const MemoryDC source = noise(37, 23, 5);
     MemoryDC dot(1, 1);
-    dot.SetStretchBltMode(platform::StretchMode::HALFTONE);
     dot.StretchBlt(0, 0, 1, 1, source, 0, 0, 37, 23, RasterOp::SRCCOPY);
     double sum = 0;
     for (int y = 0; y < 23; ++y) {
@@ -135,7 +133,6 @@ TEST(MemoryDC, APartDrawnAgainIsAsAllDrawnAnew)
     for (const QSize size : {QSize(17, 9), QSize(40, 31), QSize(37, 23), QSize(90, 60)}) {
         MemoryDC source = noise(37, 23, 8);
         MemoryDC inParts(size.width(), size.height());
-        inParts.SetStretchBltMode(platform::StretchMode::HALFTONE);
         MemoryDC anew = inParts;
         inParts.StretchBlt(0, 0, size.width(), size.height(), source, 0, 0, 37, 23,
                            RasterOp::SRCCOPY);
@@ -150,11 +147,10 @@ TEST(MemoryDC, APartDrawnAgainIsAsAllDrawnAnew)
     }
 }
 
-TEST(MemoryDC, EqualSizesAreCopiedPixelForPixelInEveryMode)
+TEST(MemoryDC, EqualSizesAreCopiedPixelForPixel)
 {
     const MemoryDC source = noise(15, 14, 3);
     MemoryDC target(15, 14);
-    target.SetStretchBltMode(platform::StretchMode::HALFTONE);
     target.StretchBlt(0, 0, 15, 14, source, 0, 0, 15, 14, RasterOp::SRCCOPY);
     EXPECT_EQ(target.image(), source.image());
 }

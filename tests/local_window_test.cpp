@@ -35,6 +35,14 @@ TEST_F(LocalWindowTest, GeneratingAsksOnlyAboutAChangedMap)
     Ui::FrmMapaLocal& ui = frmMapaLocal().ui();
     EXPECT_TRUE(frmMapaLocal().isVisible());
     EXPECT_FALSE(frmMapaLocal().hdcBuffer.isNull());
+    // The design's places. Its sizes follow from the window's.
+    EXPECT_EQ(frmMapaLocal().window().size(), QSize(758, 560 + ui.lblEstado->height()));
+    const QSize outer = frmMapaLocal().window().frameGeometry().size();
+    EXPECT_EQ(ui.frameMapa->geometry(), QRect(0, 24, outer.width() - 16 - 153,
+                                              outer.height() - ui.lblEstado->height() - 2 - 64));
+    EXPECT_EQ(ui.frameLugares->pos(), QPoint(ui.frameMapa->width() + 8, 24));
+    EXPECT_EQ(ui.lvLugares->geometry(), QRect(8, 16, 137, ui.frameMapa->height() - 24));
+    EXPECT_EQ(ui.imgMapa->geometry(), QRect(QPoint(8, 24), ui.frameMapa->size() - QSize(16, 32)));
     const QImage empty = view();
     for (QAction* const idle : {ui.nuevo, ui.abrir, ui.guardar, ui.propiedades, ui.pines}) {
         EXPECT_FALSE(idle->isEnabled());
@@ -87,7 +95,6 @@ TEST_F(LocalWindowTest, TheMinimapServesTheWindowThatShowedItLast)
     EXPECT_FALSE(frmMapa().ui().minimapa->isChecked());
     EXPECT_EQ(picture.size(), QSize(177, 177));
     platform::MemoryDC reduced(177, 177);
-    reduced.SetStretchBltMode(platform::StretchMode::HALFTONE);
     reduced.StretchBlt(0, 0, 177, 177, frmMapaLocal().hdcBuffer, 0, 0, 1600, 1600,
                        platform::RasterOp::SRCCOPY);
     EXPECT_EQ(picture.dc().image(), reduced.image());

@@ -94,6 +94,10 @@ TEST_F(MapEditTest, ModesFollowTheLastButtonAndPalettesPopTheirs)
     EXPECT_FALSE(frmTiles().isVisible());
     EXPECT_EQ(frmMapa().accion, NoEditing);
     EXPECT_TRUE(ui.pines->isChecked());
+    press(ui.tiles);
+    frmTiles().window().close();
+    EXPECT_FALSE(ui.tiles->isChecked());
+    EXPECT_EQ(frmMapa().accion, NoEditing);
     frmPines().window().close();
     EXPECT_FALSE(ui.pines->isChecked());
     EXPECT_FALSE(frmPines().isVisible());
@@ -112,6 +116,7 @@ TEST_F(MapEditTest, SetsAndEditsPlaces)
     EXPECT_TRUE(frmMapa().mapaCambiado);
     ASSERT_EQ(frmMapa().lugares.count(), 1);
     EXPECT_EQ(frmMapa().lugares.at(0).subItem(u"x"_s), u"5"_s);
+    EXPECT_EQ(frmMapa().lugares.at(0).subItem(u"notas"_s), u"uno\ndos, tres "_s);
     expectPixelsOfFullRedraw();
     QTest::mouseMove(frmMapa().ui().imgMapa, inView(5, 6));
     send(QEvent::MouseMove, inView(5, 6), Qt::NoButton, Qt::NoButton);
@@ -161,6 +166,17 @@ TEST_F(MapEditTest, TwoPlacesOfOneNameAreRefused)
     EXPECT_TRUE(boxes.asked().back().text.contains(u"Ya hay un lugar"_s));
     EXPECT_EQ(Place::fromStored(frmMapa().mapaPines(9, 9)).name, u"Soto Bajo"_s);
     EXPECT_EQ(frmMapa().lugares.count(), 2);
+
+    // A header sorts the list until it is made anew; the place selected stays selected.
+    platform::ListView& list = *frmMapa().ui().lvLugares;
+    setPlace(1, 1, u"Zarza"_s, {});
+    frmMapa().lugares.sortByColumn(0);
+    EXPECT_EQ(frmMapa().lugares.at(2).text(), u"Zarza"_s);
+    choose(&list, 1);
+    ASSERT_EQ(list.selectedItem()->text(), u"Soto Bajo"_s);
+    setPlace(9, 9, u"Aliaga"_s, {});
+    EXPECT_EQ(frmMapa().lugares.at(0).text(), u"Zarza"_s);
+    EXPECT_EQ(list.selectedItem()->text(), u"Aliaga"_s);
 }
 
 TEST_F(MapEditTest, GeneratesNamesAndSaysWhyItCannot)
@@ -172,6 +188,12 @@ TEST_F(MapEditTest, GeneratesNamesAndSaysWhyItCannot)
                     Ui::FrmInfoPin& ui = frmInfoPin().ui();
                     QTest::mouseClick(ui.cmdGenerarNombre, Qt::LeftButton);
                     EXPECT_EQ(ui.txtNombre->text(), u"Villa Blanca"_s);
+                    ui.txtInfo->setFocus();
+                    QTest::keyClicks(ui.txtInfo, u"a"_s);
+                    QTest::keyClick(ui.txtInfo, Qt::Key_Return);
+                    QTest::keyClick(ui.txtInfo, Qt::Key_Return, Qt::ControlModifier);
+                    QTest::keyClicks(ui.txtInfo, u"b"_s);
+                    EXPECT_EQ(ui.txtInfo->toPlainText(), u"a\n\nb"_s);
                     app.write(u"gramaticas/Nombres de lugares.txt"_s, "[a]\r\n<c>\r\n");
                     boxes.expect();
                     QTest::mouseClick(ui.cmdGenerarNombre, Qt::LeftButton);
@@ -188,7 +210,11 @@ TEST_F(MapEditTest, AChangedMapIsAskedAboutBeforeItIsReplaced)
     frmMapa().mapaCambiado = true;
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         boxes.expect(answer);
-        duringModal([] { press(frmMapa().ui().abrir); }, [] { frmListaArchivos().hide(); });
+        if (answer == Answer::No)
+            duringModal([] { press(frmMapa().ui().nuevo); },
+                        [] { frmMapProperties().window().close(); });
+        else
+            duringModal([] { press(frmMapa().ui().abrir); }, [] { frmListaArchivos().hide(); });
         EXPECT_EQ(boxes.asked().back().text, u"El mapa ha cambiado. ¿Desea guardarlo?"_s);
         EXPECT_EQ(boxes.asked().back().title, u"Advertencia"_s);
         EXPECT_EQ(QFile::exists(app.path(u"mapas/Prueba.map"_s)), answer == Answer::Yes);
@@ -365,6 +391,9 @@ TEST_F(MapEditTest, TheMinimapScrollsTheMap)
         QTest::mouseClick(&picture, Qt::LeftButton, {}, position);
         expectView(wantedAt(position));
         EXPECT_EQ(frmMapa().currX % 2, 0);
+        frmMapa().drawMinimap(); // the selector shows the view
+        EXPECT_EQ(selector.pos(), QPoint(frmMapa().currX * picture.width() / 100,
+                                         frmMapa().currY * picture.height() / 150));
     }
     QMouseEvent move(QEvent::MouseMove, QPointF(36, 100), picture.mapToGlobal(QPointF(36, 100)),
                      Qt::NoButton, Qt::LeftButton, {});

@@ -159,6 +159,8 @@ TEST_F(MapGenerationTest, TheClimateReportNeedsLatitudes)
     EXPECT_TRUE(text.startsWith(u"60\n1.2\n"_s)) << text.left(20).toStdString();
     EXPECT_EQ(text.count(u'\n'), 52);
     EXPECT_EQ(QFontInfo(frmClima().ui().txtClima->font()).fixedPitch(), true);
+    QTest::keyClick(frmClima().ui().txtClima, Qt::Key_Escape);
+    EXPECT_FALSE(frmClima().isVisible());
     frmMapa().mapaTiles(7, 9).clear();
     boxes.expect();
     press(ui.clima);

@@ -8,6 +8,7 @@ class FrmClima final : public platform::Form<Ui::FrmClima>
 {
 protected:
     void Form_Load() override;
+    bool Form_KeyDown(const QKeyEvent& event) override;
 };
 
 FrmClima& frmClima();

@@ -4,6 +4,8 @@
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/toolbar.h"
+#include "platform/forms/twips.h"
+#include "platform/forms/window_bars.h"
 #include "worldmap/frmMinimap.h"
 #include "worldmap/frmTilesLocales.h"
 
@@ -13,6 +15,7 @@ namespace {
 
 // Margins of the window's layout, in pixels.
 constexpr int gap = 8;
+constexpr int framesSpace = 64; // height that the frames leave free
 constexpr int mapaMargins = 32;
 constexpr int lugaresMargins = 24;
 
@@ -36,6 +39,8 @@ void FrmMapaLocal::Form_Load()
         if (isLoaded())
             ui().tiles->setChecked(false);
     };
+    QObject::connect(ui().avisos, &platform::NoticeBar::changed, &window(),
+                     [this] { Form_Resize(); });
     platform::runCommand([this] { loadTilesLocales(); });
 }
 
@@ -65,15 +70,20 @@ void FrmMapaLocal::Form_Unload()
 void FrmMapaLocal::Form_Resize()
 {
     Ui::FrmMapaLocal& controls = ui();
-    const int width = window().width();
-    const int toolbarHeight = controls.Toolbar->sizeHint().height();
-    controls.Toolbar->setGeometry(0, 0, width, toolbarHeight);
+    const QRect inner = platform::layOutBars(window(), *controls.avisos, *controls.lblEstado);
+    controls.Toolbar->setGeometry(0, inner.top(), inner.width(), controls.Toolbar->height());
 
-    const int framesHeight = window().height() - toolbarHeight - gap;
-    const int mapaWidth = width - 2 * gap - controls.frameLugares->width();
-    controls.frameMapa->setGeometry(0, toolbarHeight, mapaWidth, framesHeight);
-    controls.frameLugares->setGeometry(mapaWidth + gap, toolbarHeight,
-                                       controls.frameLugares->width(), framesHeight);
+    // The frames follow the window's size with what the system puts around it.
+    const QSize border = window().frameGeometry().size() - window().size();
+    const int outerWidth = inner.width() + border.width();
+    const int outerHeight = inner.height() + border.height();
+    const int mapaWidth = outerWidth - 2 * gap - controls.frameLugares->width();
+    const int framesHeight =
+        outerHeight - platform::pixelsFromTwips(controls.Toolbar->height()) - framesSpace;
+    const int framesTop = inner.top() + controls.Toolbar->height();
+    controls.frameMapa->setGeometry(0, framesTop, mapaWidth, framesHeight);
+    controls.frameLugares->setGeometry(mapaWidth + gap, framesTop, controls.frameLugares->width(),
+                                       framesHeight);
     controls.lvLugares->resize(controls.lvLugares->width(), framesHeight - lugaresMargins);
     controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
     drawMinimap();
@@ -88,7 +98,7 @@ void FrmMapaLocal::Toolbar_ButtonClick(const QString& key, bool pressed)
     } else if (key == "minimapa"_L1) {
         pressed ? frmMinimap().serve(forMinimap_) : frmMinimap().hide();
     } else if (key == "tiles"_L1) {
-        frmTilesLocales().showAbove(pressed);
+        frmTilesLocales().showAbove(pressed, *ui().imgMapa);
     }
 }
 

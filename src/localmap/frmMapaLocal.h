@@ -38,6 +38,7 @@ private:
                                 currY,
                                 [this] { scrollMapa(); },
                                 [this] { drawMinimap(); },
+                                [this]() -> const QWidget& { return *ui().imgMapa; },
                                 [this] {
                                     if (isLoaded())
                                         ui().minimapa->setChecked(false);

@@ -24,7 +24,6 @@ bool coversCell(const TilePictures& tile)
 void LocalCanvas::crearBuffer(int ancho, int alto)
 {
     hdcBuffer = MemoryDC(anchoTile * ancho, altoTile * alto);
-    hdcBuffer.SetStretchBltMode(platform::StretchMode::HALFTONE);
 }
 
 void LocalCanvas::drawTile(MemoryDC& dc, int x, int y, const MemoryDC& picture,

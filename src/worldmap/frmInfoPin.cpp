@@ -7,6 +7,7 @@
 #include "worldmap/map_file.h"
 
 #include <QKeyEvent>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +23,12 @@ void FrmInfoPin::Form_Load()
     platform::guardText(*ui().txtInfo);
     ui().cmdGenerarNombre->setIcon(platform::pixelIcon({QImage(u":/pictures/dado.gif"_s)}));
     ui().txtNombre->setFocus();
+    // As Enter does; in the catalogue's notes it is the only key that does.
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
+        QObject::connect(
+            new QShortcut(Qt::CTRL | enter, ui().txtInfo, nullptr, nullptr, Qt::WidgetShortcut),
+            &QShortcut::activated, ui().txtInfo,
+            [this] { ui().txtInfo->insertPlainText(u"\n"_s); });
     QObject::connect(ui().cmdGenerarNombre, &QToolButton::clicked, &window(),
                      [this] { platform::runCommand([this] { cmdGenerarNombre_Click(); }); });
 }

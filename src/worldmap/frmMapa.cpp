@@ -113,10 +113,10 @@ void FrmMapa::Toolbar_ButtonClick(const QString& key, bool pressed)
         pressed ? frmMinimap().serve(forMinimap_) : frmMinimap().hide();
     } else if (key == "tiles"_L1) {
         accion = pressed ? PaintTiles : NoEditing;
-        frmTiles().showAbove(pressed);
+        frmTiles().showAbove(pressed, *ui().imgMapa);
     } else if (key == "pines"_L1) {
         accion = pressed ? SetPlaces : NoEditing;
-        frmPines().showAbove(pressed);
+        frmPines().showAbove(pressed, *ui().imgMapa, 0.5);
     }
 }
 

@@ -64,6 +64,7 @@ private:
                                 currY,
                                 [this] { scrollMapa(); },
                                 [this] { drawMinimap(); },
+                                [this]() -> const QWidget& { return *ui().imgMapa; },
                                 [this] { ui().minimapa->setChecked(false); }};
     std::optional<QPoint> dragPosition_; ///< where the pointer last was with the left button held
 

@@ -49,7 +49,7 @@ void FrmMinimap::serve(const MapWindow& map)
     if (before && before != &map)
         before->releaseButton();
     map.drawMinimap();
-    show();
+    showBeside(map.view(), 1);
     Procs::setTopmost(window().windowHandle(), true);
 }
 
@@ -75,7 +75,6 @@ void FrmMinimap::draw(const MapWindow& map, const platform::MemoryDC& buffer, QS
     ui().imgSelector->setGeometry(map.currX * size.width() / map.ancho,
                                   map.currY * size.height() / map.alto,
                                   qRound(selectorSize_.width()), qRound(selectorSize_.height()));
-    picture.dc().SetStretchBltMode(platform::StretchMode::HALFTONE);
     picture.dc().StretchBlt(0, 0, size.width(), size.height(), buffer, 0, 0, buffer.width(),
                             buffer.height(), platform::RasterOp::SRCCOPY);
     picture.refresh();

@@ -52,7 +52,6 @@ void MapCanvas::crearBuffer(int ancho, int alto)
 {
     const QSize size = hex::mapSize(ancho, alto);
     hdcBuffer = MemoryDC(size.width(), size.height());
-    hdcBuffer.SetStretchBltMode(platform::StretchMode::HALFTONE);
 }
 
 void MapCanvas::selectTile(const QString& tile)

@@ -30,14 +30,15 @@ public:
         list().selectFirst();
     }
 
-    /// Shows the palette above all other windows, or hides it.
-    void showAbove(bool visible)
+    /// Shows the palette beside a map, so far down its side, and above all other windows, or hides
+    /// it.
+    void showAbove(bool visible, const QWidget& map, double height = 0)
     {
         if (!visible) {
             this->hide();
             return;
         }
-        this->show();
+        this->showBeside(map, height);
         Procs::setTopmost(this->window().windowHandle(), true);
     }
 

@@ -1,5 +1,7 @@
 #include "platform/forms/form.h"
 
+#include "platform/forms/placement.h"
+
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -72,6 +74,7 @@ void FormBase::discardWindow()
     if (window_)
         window_->detach();
     window_.reset();
+    placed_ = false;
 }
 
 FormWindow& FormBase::window()
@@ -125,6 +128,20 @@ void FormBase::moveTo(QPoint position)
                   std::clamp(position.y(), room.top(), lastY));
 }
 
+void FormBase::showBeside(const QWidget& map, double height)
+{
+    if (!placed_) {
+        const QRect mapArea(map.mapToGlobal(QPoint()), map.size());
+        const QRect place =
+            besideMap(window().size() + windowFrame, mapArea, map.window()->frameGeometry(),
+                      map.screen()->availableGeometry(), height);
+        window().move(place.topLeft());
+        window().resize(place.size() - windowFrame);
+        placed_ = true;
+    }
+    show();
+}
+
 void FormBase::hide()
 {
     if (window_)
@@ -139,6 +156,7 @@ void FormBase::unload()
     if (!window_) // the handler unloaded it already
         return;
     FormWindow* const window = window_.release();
+    placed_ = false;
     window->detach();
     window->hide();
     window->deleteLater();

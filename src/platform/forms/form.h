@@ -55,6 +55,9 @@ public:
     /// Puts the window's top left corner at a position of the screen, or as near to it as the whole
     /// window can be seen.
     void moveTo(QPoint position);
+    /// Shows the window beside a map, as besideMap says; a window that was placed so before stays
+    /// where the user put it.
+    void showBeside(const QWidget& map, double height);
     /// Takes the window off the screen; its controls keep their contents.
     void hide();
     /// Destroys the controls. Safe inside the window's own handlers: the controls are cut off at
@@ -81,6 +84,7 @@ private:
     void discardWindow();
 
     std::unique_ptr<FormWindow> window_;
+    bool placed_ = false; ///< by showBeside
     QEventLoop* modalLoop_ = nullptr;
 };
 

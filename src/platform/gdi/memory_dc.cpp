@@ -222,10 +222,7 @@ void MemoryDC::StretchBlt(int x, int y, int w, int h, const MemoryDC& source, in
         return;
     const QRect from(sourceX, sourceY, sourceW, sourceH);
     const QImage part = from == source.image_.rect() ? source.image_ : source.image_.copy(from);
-    const MemoryDC scaled(stretchMode_ == StretchMode::HALFTONE
-                              ? areaAverage(part, {w, h}, {0, 0, w, h})
-                              : part.scaled(w, h, Qt::IgnoreAspectRatio, Qt::FastTransformation),
-                          Surface());
+    const MemoryDC scaled(areaAverage(part, {w, h}, {0, 0, w, h}), Surface());
     BitBlt(x, y, w, h, scaled, 0, 0, op);
 }
 

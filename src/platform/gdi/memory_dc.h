@@ -13,12 +13,6 @@ enum class RasterOp {
     SRCPAINT, ///< dst = dst OR src
 };
 
-/// What StretchBlt does when source and destination differ in size.
-enum class StretchMode {
-    COLORONCOLOR, ///< nearest source pixel
-    HALFTONE,     ///< average of the source area that a destination pixel covers
-};
-
 /// A line of a whole number of pixels in width, solid.
 struct Pen {
     int width = 1;
@@ -43,7 +37,6 @@ public:
     const QImage& image() const { return image_; }
 
     void fill(QRgb color) { image_.fill(color); }
-    void SetStretchBltMode(StretchMode mode) { stretchMode_ = mode; }
 
     /// Draws the w x h rectangle of `source` at (sourceX, sourceY) to (x, y).
     void BitBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX, int sourceY,
@@ -51,12 +44,13 @@ public:
     /// Draws the top left w x h rectangle of `picture` to (x, y) through `mask`: the same as its
     /// mask with SRCAND and then the picture with SRCPAINT, in one go.
     void MaskBlt(int x, int y, int w, int h, const MemoryDC& picture, const MemoryDC& mask);
-    /// Draws the source rectangle scaled to the destination rectangle.
+    /// Draws the source rectangle scaled to the destination rectangle: each pixel is the average of
+    /// the source area that it covers.
     void StretchBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX, int sourceY,
                     int sourceW, int sourceH, RasterOp op);
 
     /// Draws again the pixels that a change in a part of the source affects, where the source was
-    /// drawn before over the whole surface with StretchBlt, SRCCOPY and HALFTONE: with the same
+    /// drawn before over the whole surface with StretchBlt and SRCCOPY: with the same
     /// result as drawing it all anew. Returns the rectangle drawn.
     QRect StretchBltPart(const MemoryDC& source, QRect changed);
 
@@ -77,7 +71,6 @@ private:
     int width_ = 0;
     int height_ = 0;
     int pitch_ = 0; ///< pixels from one row to the next
-    StretchMode stretchMode_ = StretchMode::COLORONCOLOR;
     QPoint penPosition_;
 };
 
