@@ -7,7 +7,6 @@
 #include "worldmap/map_file.h"
 
 #include <QKeyEvent>
-#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -23,18 +22,18 @@ void FrmInfoPin::Form_Load()
     platform::guardText(*ui().txtInfo);
     ui().cmdGenerarNombre->setIcon(platform::pixelIcon({QImage(u":/pictures/dado.gif"_s)}));
     ui().txtNombre->setFocus();
-    // As Enter does; in the catalogue's notes it is the only key that does.
-    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
-        QObject::connect(
-            new QShortcut(Qt::CTRL | enter, ui().txtInfo, nullptr, nullptr, Qt::WidgetShortcut),
-            &QShortcut::activated, ui().txtInfo,
-            [this] { ui().txtInfo->insertPlainText(u"\n"_s); });
     QObject::connect(ui().cmdGenerarNombre, &QToolButton::clicked, &window(),
                      [this] { platform::runCommand([this] { cmdGenerarNombre_Click(); }); });
 }
 
 bool FrmInfoPin::Form_KeyDown(const QKeyEvent& event)
 {
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (isEnter && event.modifiers().testFlag(Qt::ControlModifier) &&
+        window().focusWidget() == ui().txtInfo) {
+        ui().txtInfo->insertPlainText(u"\n"_s); // as Enter alone does, and as in the catalogue
+        return true;
+    }
     if (event.key() != Qt::Key_Escape || event.modifiers() != Qt::NoModifier)
         return false;
     hide();
