@@ -2,18 +2,13 @@
 
 #include "platform/core/random_source.h"
 
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 
 namespace Procs {
 
 std::int32_t RandomInRange(std::int32_t lo, std::int32_t hi)
 {
-    // In floating point throughout: hi - lo + 1 may not fit 32 bits.
-    const double span = static_cast<double>(hi) - lo + 1;
-    // The bound is added after rounding down: added before, it could round up to hi + 1.
-    return static_cast<std::int32_t>(lo + std::floor(span * platform::randomSource().next()));
+    return inRange(lo, hi, platform::randomSource().next());
 }
 
 QString errorReport(const platform::Error& error, const QString& procedure, const QString& owner)

@@ -5,8 +5,10 @@
 #include "generation/world_generator.h"
 #include "worldmap/map_file.h"
 
+#include <QPoint>
 #include <QSet>
 #include <algorithm>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -50,6 +52,49 @@ QStringList drawablePins(const Palette& pins)
     return names;
 }
 
+/// Draws dry cells of a map, which has some: one cell of all after the other until it's a dry one.
+/// Where nearly all is water, that is given up for a draw among the dry cells alone.
+class DryCells
+{
+public:
+    explicit DryCells(const platform::Grid<QString>& tiles)
+        : tiles_(tiles),
+          drawsLeft_(leastDraws + drawsPerCell * tiles.rows() * tiles.columns())
+    {
+    }
+
+    QPoint draw()
+    {
+        for (; drawsLeft_ > 0; --drawsLeft_) {
+            const int row = RandomInRange(0, tiles_.rows() - 1);
+            const int column = RandomInRange(0, tiles_.columns() - 1);
+            if (!isWater(tiles_(row, column)))
+                return {column, row};
+        }
+        if (dry_.empty())
+            list();
+        return dry_[static_cast<std::size_t>(RandomInRange(1, static_cast<int>(dry_.size())) - 1)];
+    }
+
+private:
+    static constexpr qint64 leastDraws = 10'000;
+    static constexpr qint64 drawsPerCell = 4;
+
+    void list()
+    {
+        for (int row = 0; row < tiles_.rows(); ++row) {
+            for (int column = 0; column < tiles_.columns(); ++column) {
+                if (!isWater(tiles_(row, column)))
+                    dry_.emplace_back(column, row);
+            }
+        }
+    }
+
+    const platform::Grid<QString>& tiles_;
+    qint64 drawsLeft_;
+    std::vector<QPoint> dry_; ///< empty until it's needed
+};
+
 } // namespace
 
 void colocarPoblados(WorldMap& map, const Palette& pins)
@@ -61,17 +106,13 @@ void colocarPoblados(WorldMap& map, const Palette& pins)
 
     const int limit = std::max(1, roundedQuotient(map.alto * map.ancho, cellsPerSettlement));
     const int count = RandomInRange(1, limit) + 1;
+    DryCells dryCells(map.mapaTiles);
     QSet<QString> names;
     for (int i = 0; i < count; ++i) {
-        int row = 0;
-        int column = 0;
-        do {
-            row = RandomInRange(0, map.alto - 1);
-            column = RandomInRange(0, map.ancho - 1);
-        } while (isWater(map.mapaTiles(row, column)));
+        const QPoint cell = dryCells.draw();
         const QString& pin = kinds[RandomInRange(1, static_cast<int>(kinds.size())) - 1];
         const QString name = freshName(names);
         names.insert(name);
-        map.mapaPines(row, column) = Place{pin, name, {}}.stored();
+        map.mapaPines(cell.y(), cell.x()) = Place{pin, name, {}}.stored();
     }
 }

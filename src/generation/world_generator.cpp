@@ -3,11 +3,13 @@
 #include "app/procs.h"
 #include "generation/name_grammar.h"
 #include "generation/settlements.h"
+#include "platform/core/random_source.h"
 #include "worldmap/map_file.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -62,6 +64,84 @@ constexpr int fullAmplitude = 512;
 // The world lies around the equator.
 constexpr int latitude = 45;
 
+/// Maps whose sides stand further apart than this are long.
+constexpr int longestUsual = 4;
+
+/// One run of subdividirAlturas over a grid.
+class Subdivision
+{
+public:
+    explicit Subdivision(HeightGrid& grid)
+        : grid_(grid),
+          amplitudes_(static_cast<std::size_t>(grid.rows()))
+    {
+        const int alto = grid.rows() - 1;
+        const int ancho = grid.columns() - 1;
+        isLong_ = std::max(alto, ancho) > longestUsual * std::min(alto, ancho);
+        for (int rows = 0; rows <= alto; ++rows)
+            amplitudes_[static_cast<std::size_t>(rows)] =
+                roundedQuotient(rows * fullAmplitude, alto);
+    }
+
+    void divide(int r0, int r1, int c0, int c1)
+    {
+        if (r1 - r0 < 2 && c1 - c0 < 2)
+            return;
+        displaceMidpoints(r0, r1, c0, c1);
+        const int rm = (r0 + r1) / 2;
+        const int cm = (c0 + c1) / 2;
+        if (r1 - r0 <= 2 && c1 - c0 <= 2)
+            return; // no quarter can be split
+        // Of a rectangle that can't be split one way, two quarters lie on an edge of the other two.
+        // They are gone through as well, because their draws belong to the worlds of the usual
+        // sizes; on a long map they would take a time that grows with the square of its length.
+        const bool upper = !isLong_ || rm > r0;
+        const bool left = !isLong_ || cm > c0;
+        if (upper && left)
+            divide(r0, rm, c0, cm);
+        if (upper)
+            divide(r0, rm, cm, c1);
+        if (left)
+            divide(rm, r1, c0, cm);
+        divide(rm, r1, cm, c1);
+    }
+
+private:
+    void displaceMidpoints(int r0, int r1, int c0, int c1)
+    {
+        const int a = grid_(r0, c0);
+        const int b = grid_(r0, c1);
+        const int c = grid_(r1, c0);
+        const int d = grid_(r1, c1);
+        const int amplitude = amplitudes_[static_cast<std::size_t>(r1 - r0)];
+        // Every offset is drawn, needed or not, so that one seed gives one world.
+        const double top = random_.next();
+        const double bottom = random_.next();
+        const double left = random_.next();
+        const double right = random_.next();
+        const double centre = random_.next();
+        // A mean of corners plus an offset, where no neighbouring rectangle has filled the cell.
+        const auto fill = [&](int row, int column, int sum, int corners, double draw) {
+            std::int16_t& height = grid_(row, column);
+            if (height == 0)
+                height = static_cast<std::int16_t>(roundedQuotient(
+                    sum + corners * Procs::inRange(-amplitude, amplitude, draw), corners));
+        };
+        const int rm = (r0 + r1) / 2;
+        const int cm = (c0 + c1) / 2;
+        fill(rm, c0, a + c, 2, left);
+        fill(r0, cm, a + b, 2, top);
+        fill(rm, c1, b + d, 2, right);
+        fill(r1, cm, c + d, 2, bottom);
+        fill(rm, cm, a + b + c + d, 4, centre);
+    }
+
+    HeightGrid& grid_;
+    platform::RandomSource& random_ = platform::randomSource();
+    std::vector<int> amplitudes_; ///< the largest offsets, by the rows that a rectangle spans
+    bool isLong_ = false;
+};
+
 /// A new field of normalised heights for a map.
 HeightGrid randomField(int alto, int ancho)
 {
@@ -105,42 +185,7 @@ const QString& vegetationTile(int vegetation, const QString& tile)
 
 void subdividirAlturas(HeightGrid& grid, int r0, int r1, int c0, int c1)
 {
-    if (r1 - r0 < 2 && c1 - c0 < 2)
-        return;
-    const int a = grid(r0, c0);
-    const int b = grid(r0, c1);
-    const int c = grid(r1, c0);
-    const int d = grid(r1, c1);
-    const int amplitude = roundedQuotient((r1 - r0) * fullAmplitude, grid.rows() - 1);
-    // A mean of corners plus a random offset. Every value is drawn, needed or not, so that one seed
-    // gives one world.
-    const auto displaced = [&](int sum, int corners) {
-        return static_cast<std::int16_t>(
-            roundedQuotient(sum + corners * RandomInRange(-amplitude, amplitude), corners));
-    };
-    const std::int16_t top = displaced(a + b, 2);
-    const std::int16_t bottom = displaced(c + d, 2);
-    const std::int16_t left = displaced(a + c, 2);
-    const std::int16_t right = displaced(b + d, 2);
-    const std::int16_t centre = displaced(a + b + c + d, 4);
-
-    const int rm = (r0 + r1) / 2;
-    const int cm = (c0 + c1) / 2;
-    // Edges that a neighbouring rectangle has filled stay.
-    const auto fill = [&](int row, int column, std::int16_t height) {
-        if (grid(row, column) == 0)
-            grid(row, column) = height;
-    };
-    fill(rm, c0, left);
-    fill(r0, cm, top);
-    fill(rm, c1, right);
-    fill(r1, cm, bottom);
-    fill(rm, cm, centre);
-
-    subdividirAlturas(grid, r0, rm, c0, cm);
-    subdividirAlturas(grid, r0, rm, cm, c1);
-    subdividirAlturas(grid, rm, r1, c0, cm);
-    subdividirAlturas(grid, rm, r1, cm, c1);
+    Subdivision(grid).divide(r0, r1, c0, c1);
 }
 
 void normalizarAlturas(HeightGrid& grid, int lo, int hi)

@@ -22,7 +22,8 @@ void generarMundo(WorldMap& map, const Palette& pins);
 void generarTerreno(WorldMap& map);
 
 /// Fills the rectangle of rows r0 to r1 and columns c0 to c1 by recursive midpoint displacement
-/// from its four corners. A cell counts as filled when it isn't 0.
+/// from its four corners. A cell counts as filled when it isn't 0. Takes a time that grows with the
+/// number of cells, whatever their shape.
 void subdividirAlturas(HeightGrid& grid, int r0, int r1, int c0, int c1);
 
 /// Rescales the heights so that they run from 0 to hi - lo.

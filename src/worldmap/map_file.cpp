@@ -270,7 +270,7 @@ QString asPlaceName(const QString& name)
     QString clean = name;
     for (QChar& c : clean)
         c = platform::withoutSeparator(c, platform::mapSeparators);
-    return clean.simplified();
+    return clean;
 }
 
 QString asMapName(const QString& name)
