@@ -1,3 +1,4 @@
+#include "generation/grammar_check.h"
 #include "generation/name_grammar.h"
 #include "platform/core/random_source.h"
 #include "support.h"
@@ -51,8 +52,9 @@ TEST_F(NameGrammarTest, ACheckFindsWhatCouldStopAnExpansion)
     const auto faults = [&](const QByteArray& grammar) {
         app.write(u"g.txt"_s, grammar);
         QStringList found;
-        Procs::checkGrammar(app.path(u"g.txt"_s),
-                            [&](const platform::Error& fault) { found.append(fault.description); });
+        Procs::checkGrammars({app.path(u"g.txt"_s)}, [&](const platform::Error& fault) {
+            found.append(fault.description);
+        });
         return found.join(u'\n');
     };
     app.write(u"otro.txt"_s, "[a]\r\n{g.txt}\r\n");

@@ -1,6 +1,7 @@
 #include "catalogue/catalogue_file.h"
 #include "cli/atlas.h"
 #include "cli/command.h"
+#include "generation/grammar_check.h"
 #include "generation/name_grammar.h"
 #include "generation/world_generator.h"
 #include "localmap/local_canvas.h"
@@ -44,8 +45,7 @@ public:
         if (const QString needed = platform::inAppFolder(Procs::placeNames);
             !grammars.contains(needed))
             grammars.prepend(needed);
-        for (const QString& path : grammars)
-            file([&] { Procs::checkGrammar(path, report_); });
+        files_ += Procs::checkGrammars(grammars, report_);
         for (const QString& path : filesOf(u"mapas"_s, u"*.map"_s))
             file([&] {
                 if (map(path).nombre != QFileInfo(path).completeBaseName())

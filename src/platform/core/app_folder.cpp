@@ -19,12 +19,22 @@ QString matchName(const QString& folder, const QString& wanted)
     if (wanted.isEmpty() || QFileInfo::exists(folder + u'/' + wanted))
         return wanted;
     const QStringList names =
-        QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+        QDir(folder + u'/')
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     for (const QString& name : names) {
         if (name.compare(wanted, Qt::CaseInsensitive) == 0)
             return name;
     }
     return wanted;
+}
+
+/// A folder's path with the parts of another behind it, each matched to what is there.
+QString matchParts(QString path, const QString& rest)
+{
+    const QStringList parts = QString(rest).replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts);
+    for (const QString& part : parts)
+        path += u'/' + matchName(path, part);
+    return path;
 }
 
 } // namespace
@@ -46,12 +56,16 @@ ScopedAppFolder::~ScopedAppFolder()
 
 QString inAppFolder(const QString& relativePath)
 {
-    QString path = appFolder();
-    const QStringList parts =
-        QString(relativePath).replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts);
-    for (const QString& part : parts)
-        path += u'/' + matchName(path, part);
-    return path;
+    return matchParts(appFolder(), relativePath);
+}
+
+QString fromAppFolder(const QString& path)
+{
+    const QString parts = QString(path).replace(u'\\', u'/');
+    const qsizetype root = parts.indexOf(u'/');
+    if (root < 0 || !QDir::isAbsolutePath(parts))
+        return inAppFolder(path);
+    return QFileInfo::exists(path) ? path : matchParts(parts.first(root), parts.sliced(root));
 }
 
 QString displayPath(const QString& path)

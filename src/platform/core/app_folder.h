@@ -26,6 +26,10 @@ private:
 /// data comes from systems that ignore it; parts that match nothing stay as written.
 QString inAppFolder(const QString& relativePath);
 
+/// The same of a path that may also be whole, with its root: that one is used as it is, but for
+/// letter case and separators.
+QString fromAppFolder(const QString& path);
+
 /// A path as messages show it: relative to AppFolder where it lies inside, native separators.
 QString displayPath(const QString& path);
 

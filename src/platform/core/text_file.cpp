@@ -81,17 +81,25 @@ std::vector<QString> splitLines(const QString& text)
     return lines;
 }
 
+DecodedText decodeFile(const QString& path, const QByteArray& bytes)
+{
+    std::optional<DecodedText> decoded = decodeText(bytes);
+    if (!decoded)
+        throw TextFile{path, {}}.errorAt(
+            0, u"el archivo lleva la marca de UTF-8, pero no está en UTF-8"_s);
+    return *std::move(decoded);
+}
+
 TextFile readTextFile(const QString& path)
 {
     const QByteArray bytes = readFile(path, maxTextFileBytes);
-    TextFile file{path, {}, {}, {path, contentDigest(bytes)}};
-    const std::optional<DecodedText> decoded = decodeText(bytes);
-    if (!decoded)
-        throw file.errorAt(0, u"el archivo lleva la marca de UTF-8, pero no está en UTF-8"_s);
-    file.text = decoded->text;
-    file.isUtf8 = decoded->isUtf8;
-    file.lines = splitLines(file.text);
-    return file;
+    DecodedText decoded = decodeFile(path, bytes);
+    std::vector<QString> lines = splitLines(decoded.text);
+    return {path,
+            std::move(lines),
+            std::move(decoded.text),
+            {path, contentDigest(bytes)},
+            decoded.isUtf8};
 }
 
 QString TextFile::textFrom(std::size_t line) const

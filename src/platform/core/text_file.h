@@ -2,6 +2,7 @@
 
 #include "platform/core/error.h"
 #include "platform/core/saving.h"
+#include "platform/core/text_codec.h"
 
 #include <QByteArray>
 #include <QString>
@@ -38,6 +39,9 @@ inline constexpr qint64 maxTextFileBytes = 64 * 1024 * 1024;
 /// Reads an ordinary file of at most maxBytes bytes. Throws Error: FileNotFound, FileUnreadable,
 /// TooLarge.
 QByteArray readFile(const QString& path, qint64 maxBytes);
+
+/// The text of a file's bytes, by decodeText. Throws Error (BadFormat).
+DecodedText decodeFile(const QString& path, const QByteArray& bytes);
 
 /// Reads a text file, by decodeText. A line ends at CR, at CR LF or at LF; a last line needs no
 /// end. Throws as readFile does, and Error (BadFormat).
