@@ -8,7 +8,7 @@ class Atlas
 public:
     Atlas();
 
-    /// Reads a map given as a file's path or as the name of one in AppFolder\mapas.
+    /// Reads a map given as mapPath takes it.
     WorldMap read(const QString& map) const;
 
     /// A picture of the whole map as a PNG file's bytes, every pixel `scale` pixels wide and high,
@@ -20,17 +20,10 @@ public:
     MapCanvas canvas;
 };
 
-/// The path of the file of a map given so.
+/// The path of a map's file, given as that path or as the name of one in AppFolder\mapas, with or
+/// without ".map"; if there's but one of that name, whatever its letter case. What leads to no file
+/// stays as it was given.
 QString mapPath(const QString& map);
 
-/// Throws Error when no file can be written there, so that nothing is half done when it turns out.
-void checkWritable(const QString& path);
-
-/// Whether two paths lead to one file.
-bool isSameFile(const QString& a, const QString& b);
-
-/// The largest scale of a picture.
-inline constexpr int maxScale = 16;
-
-/// The bytes of a picture as a PNG file, enlarged. Throws Error when it would be too large.
-QByteArray pngBytes(const QImage& picture, int scale);
+/// Whether work on all cells of a map takes a time that is felt.
+bool isLongWork(const WorldMap& map);

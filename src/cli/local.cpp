@@ -1,10 +1,9 @@
 #include "cli/atlas.h"
 #include "cli/command.h"
+#include "cli/picture.h"
+#include "cli/progress.h"
 #include "localmap/local_canvas.h"
 #include "localmap/local_generator.h"
-#include "platform/core/text_file.h"
-
-#include <QTextStream>
 
 using namespace Qt::StringLiterals;
 
@@ -21,19 +20,18 @@ void print(const LocalMap& map)
     }
 }
 
-ExitCode draw(const LocalMap& map, const QString& picture)
+ExitCode draw(const LocalMap& map, const PictureTarget& picture, QTextStream& lines)
 {
     LocalCanvas canvas;
     Palette tiles(tilesLocalesKind());
     loadDefinitions(tiles, canvas.colTilesLocales, canvas.colMascarasLocales);
     const QStringList missing = canvas.renderMapa(map);
-    platform::writeFileAtomically(picture, pngBytes(canvas.hdcBuffer.image(), 1));
+    Progress progress(false);
+    picture.write(pngBytes(canvas.hdcBuffer.image(), 1, progress));
     if (!missing.isEmpty())
         QTextStream(stderr) << u"Faltan tiles locales, o sus imágenes: %1.\n"_s.arg(
             missing.join(u", "_s));
-    QTextStream(stdout) << u"Imagen: %1 (%2 × %3 píxeles)\n"_s.arg(
-        picture, QString::number(canvas.hdcBuffer.width()),
-        QString::number(canvas.hdcBuffer.height()));
+    picture.tell(lines, canvas.hdcBuffer.image().size());
     return missing.isEmpty() ? Success : No;
 }
 
@@ -41,20 +39,23 @@ ExitCode draw(const LocalMap& map, const QString& picture)
 
 ExitCode local(const Arguments& arguments)
 {
-    if (!arguments.positional.isEmpty())
-        throw UsageError{u"sobra «%1»"_s.arg(arguments.positional.first())};
-    const bool asText = arguments.flags.contains(u"texto"_s);
-    if (asText == arguments.has(u"png"_s))
-        throw UsageError{u"hace falta --png o --texto, una de las dos"_s};
+    arguments.none();
+    const bool asText = arguments.has(u"texto"_s);
+    const PictureTarget picture(arguments);
+    if (!asText && !picture.isWanted())
+        throw UsageError{u"hace falta --png o --texto"_s};
+    if (asText && picture.isStandardOutput())
+        throw UsageError{u"--texto y --png - no caben juntos en la salida estándar"_s};
     arguments.seed();
     LocalMap map;
-    if (asText) {
-        generarMapaLocal(map);
-        print(map);
-        return Success;
-    }
-    const QString picture = arguments.value(u"png"_s);
-    checkWritable(picture);
     generarMapaLocal(map);
-    return draw(map, picture);
+    ExitCode result = Success;
+    if (picture.isWanted()) {
+        // The names of the tiles have standard output for themselves.
+        QTextStream lines(asText ? stderr : picture.lines());
+        result = draw(map, picture, lines);
+    }
+    if (asText)
+        print(map);
+    return result;
 }

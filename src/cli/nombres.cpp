@@ -1,6 +1,7 @@
 #include "cli/command.h"
+#include "cli/progress.h"
 #include "generation/name_grammar.h"
-#include "platform/core/random_source.h"
+#include "platform/core/console.h"
 
 #include <QFileInfo>
 #include <QTextStream>
@@ -17,9 +18,13 @@ ExitCode nombres(const Arguments& arguments)
         const QFileInfo file(arguments.value(u"gramatica"_s));
         grammar = file.exists() ? file.absoluteFilePath() : file.filePath();
     }
-    platform::randomSource().seedFromClock();
+    arguments.seed();
+    constexpr int felt = 20'000; // names that take a time that is
+    Progress progress(count > felt && !platform::isTerminal(stdout));
     QTextStream out(stdout);
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         out << Procs::generarNombre(1, grammar) << '\n';
+        progress.update(u"Nombres… %1 de %2"_s.arg(i + 1).arg(count));
+    }
     return Success;
 }

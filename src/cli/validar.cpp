@@ -141,11 +141,12 @@ private:
             Error(platform::ErrorNumber::BadFormat, platform::displayPath(path) + u": "_s + text));
     }
 
+    /// Those too that are no ordinary files, which is then told of.
     static QStringList filesOf(const QString& folder, const QString& mask)
     {
         const QDir dir(platform::inAppFolder(folder));
         QStringList paths;
-        for (const QString& name : dir.entryList({mask}, QDir::Files, QDir::Name))
+        for (const QString& name : dir.entryList({mask}, QDir::Files | QDir::System, QDir::Name))
             paths.append(dir.filePath(name));
         return paths;
     }

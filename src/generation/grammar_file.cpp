@@ -144,5 +144,5 @@ Error Grammar::faultyLine(QStringView place, const QString& reason) const
 QString cited(QStringView name)
 {
     constexpr qsizetype longest = 60;
-    return name.size() > longest ? name.first(longest) + u'…' : name.toString();
+    return name.size() > longest ? name.first(longest).toString() + u'…' : name.toString();
 }

@@ -300,6 +300,15 @@ QString PathFinding::FindPath(const Grid<QString>& tiles, int startX, int startY
     return search.reachFrom({startX, startY}) ? search.route() : notFound;
 }
 
+int PathFinding::routeCost(const Grid<QString>& tiles, const QString& route, const Palette& palette)
+{
+    const std::vector<QPoint> cells = routeCells(route);
+    int cost = 0;
+    for (std::size_t i = 0; i + 1 < cells.size(); ++i)
+        cost += TileCost(palette, tiles(cells[i].y(), cells[i].x())).value_or(0);
+    return cost;
+}
+
 std::vector<QPoint> PathFinding::routeCells(const QString& route)
 {
     std::vector<QPoint> cells;

@@ -30,6 +30,9 @@ int Heuristic(int x1, int y1, int x2, int y2);
 /// The cost of entering a tile; nothing when it isn't defined or its cost isn't a number.
 std::optional<int> TileCost(const Palette& palette, const QString& tileName);
 
+/// What a route costs: entering every cell of it but the start, which comes last in its text.
+int routeCost(const platform::Grid<QString>& tiles, const QString& route, const Palette& palette);
+
 /// The cells of a route text (x = column, y = row), in its order.
 std::vector<QPoint> routeCells(const QString& route);
 

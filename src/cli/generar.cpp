@@ -1,0 +1,123 @@
+#include "cli/atlas.h"
+#include "cli/command.h"
+#include "cli/picture.h"
+#include "cli/progress.h"
+#include "generation/world_generator.h"
+#include "platform/core/error.h"
+#include "platform/core/saving.h"
+#include "platform/core/text_codec.h"
+#include "worldmap/hex_geometry.h"
+#include "worldmap/map_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The sizes of generated maps, in cells, and what latitudes there are, in degrees.
+constexpr int smallestMap = 2;
+constexpr int largestMap = 1000;
+constexpr int pole = 90;
+constexpr int usualLatitude = 45;
+
+/// A text of the command line, composed like one that is typed into a window.
+QString text(const Arguments& arguments, const QString& option)
+{
+    return arguments.options.value(option).normalized(QString::NormalizationForm_C);
+}
+
+/// Takes what the options say of the map, but for its terrain, and checks all of it.
+WorldMap requestedMap(const Arguments& arguments, const QString& target)
+{
+    WorldMap map;
+    map.ancho = arguments.number(u"ancho"_s, smallestMap, largestMap);
+    map.alto = arguments.number(u"alto"_s, smallestMap, largestMap);
+    map.latNorte = arguments.number(u"norte"_s, -pole, pole, usualLatitude);
+    map.latSur = arguments.number(u"sur"_s, -pole, pole, -usualLatitude);
+    if (map.latNorte <= map.latSur)
+        throw UsageError{u"--norte (%1) ha de ser mayor que --sur (%2)"_s.arg(
+            QString::number(map.latNorte), QString::number(map.latSur))};
+    if (arguments.has(u"nombre"_s)) {
+        map.nombre = text(arguments, u"nombre"_s);
+        if (const auto problem = mapNameProblem(map.nombre))
+            throw UsageError{u"--nombre: el mapa no puede llamarse así: %1"_s.arg(*problem)};
+    } else {
+        const QFileInfo file(target);
+        const bool isPlain = file.suffix().compare("map"_L1, Qt::CaseInsensitive) != 0;
+        const QString name = isPlain ? file.fileName() : file.completeBaseName();
+        if (!mapNameProblem(name))
+            map.nombre = name;
+    }
+    map.notasMapa = text(arguments, u"notas"_s);
+    for (const QChar separator : platform::mapSeparators) {
+        if (map.notasMapa.contains(separator))
+            throw UsageError{u"--notas no puede contener «%1»"_s.arg(separator)};
+    }
+    if (const auto outside = platform::firstOutsideWindows1252(map.notasMapa))
+        throw UsageError{u"--notas contiene «%1», que no se puede guardar"_s.arg(*outside)};
+    return map;
+}
+
+/// Writes map and picture, or neither: the picture first, as the larger one; if the map then finds
+/// no room, it goes again.
+void save(const WorldMap& map, const QString& target, const PictureTarget& picture,
+          const QByteArray& png)
+{
+    const QByteArray bytes = mapFileBytes(map);
+    const bool replaces = QFileInfo::exists(picture.path());
+    const bool isFile = picture.isWanted() && !picture.isStandardOutput();
+    if (isFile)
+        picture.write(png);
+    try {
+        platform::KnownFile unknown;
+        QTextStream err(stderr);
+        for (const QString& notice : platform::saveFile(target, bytes, unknown))
+            err << notice << '\n';
+    } catch (const platform::Error&) {
+        if (isFile && !replaces)
+            QFile::remove(picture.path());
+        throw;
+    }
+    if (picture.isStandardOutput())
+        picture.write(png);
+}
+
+} // namespace
+
+ExitCode generar(const Arguments& arguments)
+{
+    arguments.none();
+    const QString target = arguments.value(u"mapa"_s);
+    const WorldMap requested = requestedMap(arguments, target);
+    const int scale = arguments.number(u"escala"_s, 1, maxScale, 1);
+    const PictureTarget picture(arguments, target);
+    checkWritable(target);
+
+    arguments.seed();
+    Atlas atlas;
+    for (const QString& tile : generatedTiles())
+        atlas.canvas.selectTile(tile); // fails before anything is made
+    WorldMap map = requested;
+    {
+        Progress progress(isLongWork(map));
+        progress.step(u"Terreno y poblados…"_s);
+        generarMundo(map, atlas.pins);
+    }
+    map.latNorte = requested.latNorte;
+    map.latSur = requested.latSur;
+    if (!requested.nombre.isEmpty())
+        map.nombre = requested.nombre;
+    save(map, target, picture, picture.isWanted() ? atlas.png(map, scale) : QByteArray());
+
+    QTextStream out(picture.lines());
+    out << u"Mapa: %1 («%2», %3 lugares)\n"_s.arg(
+        target, map.nombre,
+        QString::number(std::count_if(map.mapaPines.begin(), map.mapaPines.end(),
+                                      [](const QString& place) { return !place.isEmpty(); })));
+    if (picture.isWanted())
+        picture.tell(out, hex::mapSize(map.ancho, map.alto) * scale);
+    return Success;
+}
