@@ -11,6 +11,20 @@ else()
         -Woverloaded-virtual -Wold-style-cast
         $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>)
 endif()
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT MSVC)
+    # What users run is hardened; what we run checks the library's preconditions.
+    target_compile_definitions(kestrune_options INTERFACE
+        $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>
+        $<$<CONFIG:Release>:_FORTIFY_SOURCE=2>)
+    target_compile_options(kestrune_options INTERFACE
+        $<$<CONFIG:Release>:-fstack-protector-strong>)
+    if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+        target_compile_options(kestrune_options INTERFACE
+            $<$<CONFIG:Release>:-fstack-clash-protection>)
+        target_link_options(kestrune_options INTERFACE
+            $<$<CONFIG:Release>:LINKER:-z,relro,-z,now>)
+    endif()
+endif()
 if(KESTRUNE_WERROR)
     if(MSVC)
         target_compile_options(kestrune_options INTERFACE /WX)
