@@ -1,10 +1,10 @@
 // Local maps: drawing one against copying its bytes once, and finding places for buildings with
 // running sums against adding up every place anew.
 #include "localmap/local_canvas.h"
-#include "localmap/local_generator.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/random_source.h"
 #include "ratios.h"
+#include "tests/plain_versions.h"
 
 #include <benchmark/benchmark.h>
 #include <cstring>
@@ -58,26 +58,6 @@ void CopyLocalMap(benchmark::State& state)
         std::memcpy(target.data(), buffer.constBits(), target.size());
         benchmark::ClobberMemory();
     }
-}
-
-QPoint bestPlaceAnew(const Rejilla& grid, QSize building)
-{
-    QPoint best;
-    int lowest = 100'000;
-    for (int y = 0; y + building.height() <= grid.rows(); ++y) {
-        for (int x = 0; x + building.width() <= grid.columns(); ++x) {
-            int cost = 0;
-            for (int row = y; row < y + building.height(); ++row) {
-                for (int column = x; column < x + building.width(); ++column)
-                    cost += buildingCost(grid(row, column));
-            }
-            if (cost < lowest) {
-                lowest = cost;
-                best = {x, y};
-            }
-        }
-    }
-    return best;
 }
 
 /// Places four buildings, from the smallest to the largest. Returns the marks.

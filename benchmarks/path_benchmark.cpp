@@ -1,8 +1,7 @@
 // A road from corner to corner of 150 × 150 cells of random costs with walls, against a search that
 // scans its lists and against the A* of the Boost Graph Library on a graph that is there already.
-#include "generation/path_finding.h"
 #include "ratios.h"
-#include "worldmap/hex_geometry.h"
+#include "tests/plain_versions.h"
 
 #include <array>
 #include <benchmark/benchmark.h>
@@ -55,15 +54,6 @@ const Land& land()
     return instance;
 }
 
-int costOfRoute(const Land& map, const QString& route)
-{
-    const std::vector<QPoint> cells = PathFinding::routeCells(route);
-    int sum = 0;
-    for (std::size_t i = 0; i + 1 < cells.size(); ++i)
-        sum += map.costs(cells[i].y(), cells[i].x());
-    return sum;
-}
-
 void FindPath(benchmark::State& state)
 {
     for ([[maybe_unused]] const auto iteration : state)
@@ -77,64 +67,13 @@ void FindPathGrowth(benchmark::State& state)
         benchmark::DoNotOptimize(map.route());
 }
 
-struct ScanNode {
-    int x, y, fromX, fromY, g, h;
-};
-
-ScanNode* nodeAt(std::vector<ScanNode>& nodes, int x, int y)
-{
-    for (ScanNode& node : nodes) {
-        if (node.x == x && node.y == y)
-            return &node;
-    }
-    return nullptr;
-}
-
-/// The same search with both lists looked through from their beginnings. Returns the cost.
-int scanLists(const platform::Grid<int>& costs)
-{
-    const int last = costs.rows() - 1;
-    std::vector<ScanNode> open{{0, 0, -1, -1, 0, PathFinding::Heuristic(0, 0, last, last)}};
-    std::vector<ScanNode> closed;
-    while (!open.empty()) {
-        auto best = open.begin();
-        for (auto node = open.begin(); node != open.end(); ++node) {
-            if (node->g + node->h < best->g + best->h)
-                best = node;
-        }
-        const ScanNode current = *best;
-        open.erase(best);
-        closed.push_back(current);
-        for (const QPoint offset : hex::neighbours(current.x)) {
-            const int x = current.x + offset.x();
-            const int y = current.y + offset.y();
-            if (!costs.contains(y, x) || costs(y, x) == PathFinding::impassable ||
-                nodeAt(closed, x, y))
-                continue;
-            const int g = current.g + costs(y, x);
-            ScanNode* const known = nodeAt(open, x, y);
-            if (!known) {
-                open.push_back(
-                    {x, y, current.x, current.y, g, PathFinding::Heuristic(x, y, last, last)});
-            } else if (known->g > g) {
-                known->g = g;
-                known->fromX = current.x;
-                known->fromY = current.y;
-            }
-        }
-        if (current.x == last && current.y == last)
-            return current.g;
-    }
-    return -1;
-}
-
 void FindPathScanningLists(benchmark::State& state)
 {
-    int cost = 0;
+    QString route;
     for ([[maybe_unused]] const auto iteration : state)
-        cost = scanLists(land().costs);
-    if (cost != costOfRoute(land(), land().route()))
-        state.SkipWithError("the scanning search finds another cost");
+        route = findPathScanning(land().costs, {0, 0}, {side - 1, side - 1});
+    if (route != land().route())
+        state.SkipWithError("the scanning search finds another route");
 }
 
 struct Edge {
@@ -217,7 +156,7 @@ void searchWithBoost(benchmark::State& state)
             benchmark::ClobberMemory();
         }
     }
-    if (distances.back() != costOfRoute(land(), land().route()))
+    if (distances.back() != PathFinding::routeCost(land().tiles, land().route(), land().palette))
         state.SkipWithError("the other search finds another cost");
 }
 

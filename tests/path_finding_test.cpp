@@ -1,10 +1,7 @@
 // Routes, against a search that scans its lists as plainly as can be.
-#include "generation/path_finding.h"
+#include "plain_versions.h"
 #include "support.h"
 
-#include <QStringList>
-#include <cmath>
-#include <list>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -24,68 +21,6 @@ struct CostPalette : Palette {
     }
 };
 
-struct Node {
-    int x, y, fromX, fromY, g, h;
-};
-
-/// Finds a node by its position, the slow way.
-Node* nodeAt(std::list<Node>& nodes, int x, int y)
-{
-    for (Node& node : nodes) {
-        if (node.x == x && node.y == y)
-            return &node;
-    }
-    return nullptr;
-}
-
-QString scanningSearch(const Grid<int>& costs, QPoint start, QPoint end)
-{
-    const auto estimate = [&](int x, int y) {
-        return static_cast<int>(std::floor(std::hypot(end.x() - x, end.y() - y)));
-    };
-    std::list<Node> open{{start.x(), start.y(), -1, -1, 0, estimate(start.x(), start.y())}};
-    std::list<Node> closed;
-    for (;;) {
-        auto best = open.end();
-        int lowest = 100'000;
-        for (auto node = open.begin(); node != open.end(); ++node) {
-            if (node->g + node->h < lowest) {
-                best = node;
-                lowest = node->g + node->h;
-            }
-        }
-        if (best == open.end())
-            return u"No encontrado"_s;
-        closed.splice(closed.end(), open, best);
-        const Node& current = closed.back();
-        const int d = current.x % 2 == 1 ? 1 : -1;
-        const int steps[6][2] = {{-1, d}, {1, d}, {-1, 0}, {1, 0}, {0, -1}, {0, 1}};
-        for (const auto& [dx, dy] : steps) {
-            const int x = current.x + dx;
-            const int y = current.y + dy;
-            if (!costs.contains(y, x) || costs(y, x) == -1 || nodeAt(closed, x, y))
-                continue;
-            const int g = current.g + costs(y, x);
-            if (Node* const known = nodeAt(open, x, y)) {
-                if (known->g > g) {
-                    known->g = g;
-                    known->fromX = current.x;
-                    known->fromY = current.y;
-                }
-            } else {
-                open.push_back({x, y, current.x, current.y, g, estimate(x, y)});
-            }
-        }
-        if (current.x == end.x() && current.y == end.y())
-            break;
-    }
-    QStringList route;
-    for (const Node* node = nodeAt(closed, end.x(), end.y()); node;
-         node = nodeAt(closed, node->fromX, node->fromY))
-        route.append(u"%1;%2"_s.arg(node->y).arg(node->x));
-    return route.join(u'|');
-}
-
 std::mt19937 engine(7);
 
 int upTo(int bound)
@@ -99,7 +34,7 @@ void expectSameRoute(const Grid<int>& costs, const Palette& palette, QPoint star
     std::transform(costs.begin(), costs.end(), tiles.begin(),
                    [](int cost) { return QString::number(cost); });
     ASSERT_EQ(PathFinding::FindPath(tiles, start.x(), start.y(), end.x(), end.y(), palette),
-              scanningSearch(costs, start, end))
+              findPathScanning(costs, start, end))
         << costs.rows() << " x " << costs.columns() << ", from " << start.x() << ',' << start.y()
         << " to " << end.x() << ',' << end.y();
 }
@@ -176,9 +111,12 @@ TEST(PathFinding, AFarCheapWayBeatsANearDearOne)
         tiles(19, x) = u"1"_s;
     for (int y = 0; y < 20; ++y)
         tiles(y, 0) = tiles(y, 20) = u"1"_s;
-    for (const QPoint cell :
-         PathFinding::routeCells(PathFinding::FindPath(tiles, 0, 0, 20, 0, palette)))
+    const QString route = PathFinding::FindPath(tiles, 0, 0, 20, 0, palette);
+    for (const QPoint cell : PathFinding::routeCells(route))
         EXPECT_EQ(tiles(cell.y(), cell.x()), u"1"_s);
+    EXPECT_EQ(PathFinding::routeCost(tiles, route, palette), route.count(u'|'));
+    EXPECT_EQ(PathFinding::routeCost(tiles, u"0;1|1;1|0;0"_s, palette), 100) << "without the start";
+    // The whole part of the straight line between grid indices.
     EXPECT_EQ(PathFinding::Heuristic(3, 4, 0, 0), 5);
     EXPECT_EQ(PathFinding::Heuristic(0, 0, -2, 3), 3);
 }

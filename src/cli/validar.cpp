@@ -36,7 +36,7 @@ public:
         localTiles();
         for (const CatalogueKind* kind :
              {&armasKind(), &armadurasKind(), &equipoKind(), &conjurosKind()}) {
-            file([&] {
+            file(inIni(kind->file), [&] {
                 Catalogue catalogue(*kind);
                 loadCatalogue(catalogue, report_);
             });
@@ -47,7 +47,7 @@ public:
             grammars.prepend(needed);
         files_ += Procs::checkGrammars(grammars, report_);
         for (const QString& path : filesOf(u"mapas"_s, u"*.map"_s))
-            file([&] {
+            file(path, [&] {
                 if (map(path).nombre != QFileInfo(path).completeBaseName())
                     report_(platform::TextFile{path, {}}.errorAt(
                         0, u"el nombre del mapa no es el de su archivo"_s));
@@ -68,11 +68,14 @@ public:
 
     /// Counts a file, and reports what keeps it from being read.
     template <typename Check>
-    void file(const Check& check)
+    void file(const QString& path, const Check& check)
     {
         ++files_;
         try {
             check();
+            if (platform::readTextFile(path).isUtf8)
+                out_ << u"%1: está en UTF-8. Se lee bien; el programa guarda en Windows-1252.\n"_s
+                            .arg(platform::displayPath(path));
         } catch (const Error& error) {
             report_(error);
         }
@@ -88,9 +91,11 @@ public:
     }
 
 private:
+    static QString inIni(const QString& file) { return platform::inAppFolder(u"ini\\"_s + file); }
+
     void definitions(Palette& palette, PictureCollection& pictures, PictureCollection& masks)
     {
-        file([&] { loadDefinitions(palette, pictures, masks, report_); });
+        file(inIni(palette.kind.file), [&] { loadDefinitions(palette, pictures, masks, report_); });
     }
 
     /// What generator, roads and climate need of the tiles.
@@ -107,8 +112,9 @@ private:
     /// Costs and temperatures, which roads and climate read only when they come to a tile.
     void terrainNumbers()
     {
-        const platform::TextFile file =
-            platform::readTextFile(platform::inAppFolder(u"ini\\"_s + tiles_.kind.file));
+        if (tiles_.items.count() == 0)
+            return; // the file has been told of
+        const platform::TextFile file = platform::readTextFile(inIni(tiles_.kind.file));
         for (std::size_t line = 0; line < file.lines.size(); ++line) {
             const platform::ListItem* const tile =
                 tiles_.items.find(file.lines[line].section(u';', 0, 0));
@@ -136,9 +142,8 @@ private:
     /// Reports a fault of a definition file as a whole.
     void fault(const DefinitionKind& kind, const QString& text)
     {
-        const QString path = platform::inAppFolder(u"ini\\"_s + kind.file);
-        report_(
-            Error(platform::ErrorNumber::BadFormat, platform::displayPath(path) + u": "_s + text));
+        report_(Error(platform::ErrorNumber::BadFormat,
+                      platform::displayPath(inIni(kind.file)) + u": "_s + text));
     }
 
     /// Those too that are no ordinary files, which is then told of.
@@ -177,6 +182,6 @@ ExitCode validar(const Arguments& arguments)
         platform::readTextFile(mapPath(map));
     Inspection named;
     for (const QString& map : arguments.positional)
-        named.file([&] { named.map(mapPath(map)); });
+        named.file(mapPath(map), [&] { named.map(mapPath(map)); });
     return named.conclude();
 }

@@ -3,6 +3,7 @@
 #include "generation/grammar_file.h"
 #include "generation/name_grammar.h"
 #include "platform/core/app_folder.h"
+#include "platform/core/text_codec.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -147,6 +148,9 @@ void Net::addChoices(const Grammar& grammar, std::size_t firstRule)
             Choice choice{&grammar, index, alternative.text, {}};
             try {
                 choice.parts = partsOf(grammar, firstRule, alternative.text);
+                if (const auto outside = platform::firstOutsideWindows1252(alternative.text))
+                    onFault_(grammar.faultyLine(
+                        alternative.text, u"«%1» no se puede guardar en un mapa"_s.arg(*outside)));
             } catch (const Error& fault) {
                 onFault_(fault);
             }
