@@ -3,8 +3,6 @@
 #include "platform/gdi/picture.h"
 #include "support.h"
 
-#include <random>
-
 using namespace Qt::StringLiterals;
 using platform::ErrorNumber;
 using platform::MemoryDC;
@@ -13,17 +11,6 @@ using platform::RasterOp;
 namespace {
 
 constexpr QRgb colourBits = 0xffffff;
-
-MemoryDC noise(int width, int height, unsigned seed)
-{
-    std::mt19937 engine(seed);
-    QImage image(width, height, QImage::Format_RGB32);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x)
-            image.setPixel(x, y, 0xff000000 | (engine() & colourBits));
-    }
-    return MemoryDC(image);
-}
 
 QRgb combined(QRgb dst, QRgb src, RasterOp op)
 {

@@ -2,22 +2,10 @@
 #include "worldmap/hex_geometry.h"
 #include "worldmap/map_canvas.h"
 
-#include <random>
-
 using namespace Qt::StringLiterals;
 using platform::MemoryDC;
 
 namespace {
-
-MemoryDC noise(int width, int height, std::mt19937& engine)
-{
-    QImage image(width, height, QImage::Format_RGB32);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x)
-            image.setPixel(x, y, 0xff000000 | static_cast<QRgb>(engine()));
-    }
-    return MemoryDC(image);
-}
 
 /// The same picture made the plainest way: for each pixel of the map, all cells in row order.
 QImage referencePicture(const WorldMap& map, const MapPictures& pictures)
@@ -88,10 +76,10 @@ TEST(MapCanvas, DrawsAsMaskedDrawingInRowOrderDoes)
     const auto add = [&](PictureCollection& pictures, PictureCollection& masks, const QString& name,
                          bool masked, QSize size = {15, 14}) {
         pictures.insert(name,
-                        std::make_shared<MemoryDC>(noise(size.width(), size.height(), engine)));
-        masks.insert(name,
-                     masked ? std::make_shared<MemoryDC>(noise(size.width(), size.height(), engine))
-                            : SIN_MASCARA);
+                        std::make_shared<MemoryDC>(noise(size.width(), size.height(), engine())));
+        masks.insert(
+            name, masked ? std::make_shared<MemoryDC>(noise(size.width(), size.height(), engine()))
+                         : SIN_MASCARA);
     };
     // Any bits in picture and mask, not only black and white; pictures larger than a cell, too.
     add(canvas.colTiles, canvas.colMascarasTiles, u"a"_s, true);

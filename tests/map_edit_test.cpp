@@ -4,7 +4,6 @@
 #include "worldmap/frmMapProperties.h"
 
 #include <QToolTip>
-#include <random>
 
 using namespace Qt::StringLiterals;
 
@@ -335,17 +334,12 @@ TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)
 {
     // Pictures without masks, and masks of any bits, overlap their neighbours.
     std::mt19937 engine(3);
-    const auto noise = [&] {
-        QImage image(15, 14, QImage::Format_RGB32);
-        for (int y = 0; y < 14; ++y) {
-            for (int x = 0; x < 15; ++x)
-                image.setPixel(x, y, 0xff000000 | static_cast<QRgb>(engine()));
-        }
-        return std::make_shared<platform::MemoryDC>(image);
+    const auto picture = [&] {
+        return std::make_shared<platform::MemoryDC>(noise(15, 14, engine()));
     };
     for (auto tile = frmMapa().colTiles.begin(); tile != frmMapa().colTiles.end(); ++tile) {
-        tile.value() = noise();
-        frmMapa().colMascarasTiles[tile.key()] = engine() % 2 == 0 ? SIN_MASCARA : noise();
+        tile.value() = picture();
+        frmMapa().colMascarasTiles[tile.key()] = engine() % 2 == 0 ? SIN_MASCARA : picture();
     }
     frmMapa().crearBuffer();
     frmMapa().renderMapa();

@@ -4,6 +4,7 @@
 #include "support.h"
 
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QHash>
 #include <QSet>
 
@@ -42,6 +43,17 @@ protected:
                     QStringList{u"g.txt"_s} + fragments);
     }
 
+    /// What a check of g.txt, with this text, tells of.
+    QString faults(const QByteArray& grammar)
+    {
+        app.write(u"g.txt"_s, grammar);
+        QStringList found;
+        Procs::checkGrammars({app.path(u"g.txt"_s)}, [&](const platform::Error& fault) {
+            found.append(fault.description);
+        });
+        return found.join(u'\n');
+    }
+
     TempAppFolder app;
 };
 
@@ -49,14 +61,6 @@ protected:
 
 TEST_F(NameGrammarTest, ACheckFindsWhatCouldStopAnExpansion)
 {
-    const auto faults = [&](const QByteArray& grammar) {
-        app.write(u"g.txt"_s, grammar);
-        QStringList found;
-        Procs::checkGrammars({app.path(u"g.txt"_s)}, [&](const platform::Error& fault) {
-            found.append(fault.description);
-        });
-        return found.join(u'\n');
-    };
     app.write(u"otro.txt"_s, "[a]\r\n{g.txt}\r\n");
     EXPECT_EQ(faults("[a]\r\n<b>-<B>\r\n<a><b>\r\n[b]\r\nx > y }\r\n"), QString());
     EXPECT_EQ(faults("[a]\r\nx\r\n{otro.txt}\r\n"), QString()) << "it may end";
@@ -104,9 +108,33 @@ TEST_F(NameGrammarTest, IncludesOtherFiles)
 {
     app.write(u"Gram/Uno.txt"_s, "[inicio]\r\n<x>\r\n[x]\r\n{gram/dos.txt}!\r\n");
     app.write(u"Gram/dos.TXT"_s, "[y]\r\ndos\r\n");
-    EXPECT_EQ(name("[a]\r\n{gram\\uno.txt} y {Gram/dos.TXT}\r\n"), u"dos! y dos"_s);
-    expectError([&] { name("[a]\r\n{gram\\tres.txt}\r\n"); }, ErrorNumber::FileNotFound,
-                {u"tres.txt"_s});
+    app.write(u"Gram/ocho.txt"_s, "[y]\r\nN\xC3\xBA\r\n");
+    const QTemporaryDir outside;
+    QFile file(outside.filePath(u"fuera.txt"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("[z]\nfuera\n") > 0);
+    file.close();
+    const QString beside = u"..\\"_s + QFileInfo(outside.path()).fileName() + u"\\fuera.txt"_s;
+    for (const auto& [path, made] : {std::pair(u"gram\\uno.txt"_s, u"dos!"_s),
+                                     {u"Gram/dos.TXT"_s, u"dos"_s},
+                                     {u".\\GRAM\\..\\gram/UNO.txt"_s, u"dos!"_s},
+                                     {u"Gram\\ocho.txt"_s, u"Nú"_s},
+                                     {beside, u"fuera"_s},
+                                     {outside.filePath(u"FUERA.txt"_s), u"fuera"_s},
+                                     {app.path(u"gram\\dos.txt"_s), u"dos"_s},
+                                     {u"gram\\tres.txt"_s, {}},
+                                     {outside.path().mid(1) + u"/fuera.txt"_s, {}},
+                                     {u"Gram"_s, {}}}) {
+        SCOPED_TRACE(path.toStdString());
+        const QByteArray grammar = "[a]\r\n{" + path.toLatin1() + "}\r\n";
+        // The check accepts what can be included, and nothing else.
+        EXPECT_EQ(faults(grammar).isEmpty(), !made.isEmpty());
+        if (made.isEmpty())
+            EXPECT_THROW(name(grammar), platform::Error);
+        else
+            EXPECT_EQ(name(grammar), made);
+    }
+    EXPECT_EQ(name("[a]\r\n{gram\\<n>.txt}\r\n[n]\r\nuno\r\n"), u"dos!"_s);
+    EXPECT_EQ(faults("[a]\r\n{gram\\<n>.txt}\r\n[n]\r\nuno\r\n"), QString());
 }
 
 TEST_F(NameGrammarTest, FaultsAreReportedWithFileRuleAndReason)
@@ -134,6 +162,29 @@ TEST_F(NameGrammarTest, EndlessGrammarsStopWithinASecond)
     expectFault("[a]\r\n<a>" + QByteArray(5000, 'x') + "\r\n", {u"no termina"_s});
     expectFault("[a]\r\n{g.txt}\r\n", {u"sin fin"_s});
     expectFault("[a]\r\nx{g.txt}{g.txt}\r\n", {u"sin fin"_s});
+    expectFault("[a]\r\n<b>" + QByteArray(900'000, 'x') + "\r\n[b]\r\n<b>y\r\n", {u"«b»"_s});
+    const QByteArray longName(300'000, 'n');
+    expectFault("[a]\r\n<" + longName + ">\r\n[" + longName + "]\r\n<" + longName + ">",
+                {u"no termina"_s});
+
+    // Files that include the next one twice; a large file many times over.
+    constexpr int depth = 30;
+    for (int i = 0; i < depth; ++i) {
+        const QByteArray next = "{" + QByteArray::number(i + 1) + ".txt}";
+        app.write(u"%1.txt"_s.arg(i), "[a]\r\n" + next + next + "\r\n");
+    }
+    app.write(u"%1.txt"_s.arg(depth), "[a]\r\nx\r\n");
+    EXPECT_EQ(faults("[a]\r\n{18.txt}\r\n"), QString());
+    EXPECT_TRUE(faults("[a]\r\n{0.txt}\r\n").contains(u"pasa de 10000 sustituciones"_s));
+    expectError([] { generarNombre(1, u"0.txt"_s); }, ErrorNumber::BadFormat, {u"no termina"_s});
+    app.write(u"mucho.txt"_s, "[a]\r\nx\r\n" + QByteArray(1'000'000, '\n'));
+    QByteArray many = "[a]\r\nx\r\n<b>\r\n[b]\r\n";
+    for (int i = 0; i < 9000; ++i)
+        many += "{mucho.txt}";
+    EXPECT_EQ(faults(many),
+              u"g.txt, línea 5: esta alternativa siempre lee más de 16 MB de archivos."_s);
+    many.replace("\r\nx\r\n<b>", "\r\n<b>");
+    expectFault(many, {u"mucho.txt"_s, u"16 MB"_s});
     EXPECT_LT(timer.elapsed(), 5 * 1000);
 }
 

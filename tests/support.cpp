@@ -108,6 +108,17 @@ FullDisk::~FullDisk()
     EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
 }
 
+platform::MemoryDC noise(int width, int height, std::mt19937::result_type seed)
+{
+    std::mt19937 engine(seed);
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, 0xff000000 | static_cast<QRgb>(engine()));
+    }
+    return platform::MemoryDC(image);
+}
+
 void PrintTo(const QString& text, std::ostream* out)
 {
     *out << '"' << text.toStdString() << '"';

@@ -2,6 +2,7 @@
 
 #include "platform/core/app_folder.h"
 #include "platform/core/error.h"
+#include "platform/gdi/memory_dc.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -10,6 +11,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <random>
 
 // Permissions of a folder that everybody can look into, and that its owner can or can't change.
 inline constexpr QFile::Permissions readOnlyFolder = QFile::ReadOwner | QFile::ExeOwner |
@@ -44,6 +46,9 @@ QString shippedDataFolder();
 
 /// A GIF picture of one black pixel.
 QByteArray onePixelGif();
+
+/// A picture of pixels of any colours; one seed gives one picture.
+platform::MemoryDC noise(int width, int height, std::mt19937::result_type seed);
 
 /// Runs the call and expects a platform::Error of that number whose description holds every one of
 /// the fragments.
