@@ -180,12 +180,16 @@ TEST_F(ShippedData, DefinitionsServeGeneratorRoadsAndClimate)
     EXPECT_GE(pins.items.count(), 12);
     for (auto pin = canvas.colPines.cbegin(); pin != canvas.colPines.cend(); ++pin) {
         const auto mask = canvas.colMascarasPines.value(pin.key());
+        const auto cell = canvas.colMascarasTiles.value(u"M1"_s);
         ASSERT_NE(mask, SIN_MASCARA) << pin.key().toStdString();
         for (int y = 0; y < pin.value()->height(); ++y) {
-            for (int x = 0; x < pin.value()->width(); ++x)
-                ASSERT_TRUE(
-                    (mask->image().pixel(x, y) & pin.value()->image().pixel(x, y) & 0xffffff) == 0)
+            for (int x = 0; x < pin.value()->width(); ++x) {
+                const QRgb spared = mask->image().pixel(x, y);
+                ASSERT_TRUE((spared & pin.value()->image().pixel(x, y) & 0xffffff) == 0)
                     << "the pin's picture must be black where its mask is white";
+                ASSERT_TRUE((cell->image().pixel(x, y) & ~spared & 0xffffff) == 0)
+                    << pin.key().toStdString() << " would lose what reaches out of its cell";
+            }
         }
     }
 }
