@@ -61,6 +61,10 @@ TEST(TextCodec, TakesModernFilesAsUtf8)
         EXPECT_EQ(decoded->isUtf8, c.isUtf8);
     }
     EXPECT_FALSE(platform::decodeText("\xEF\xBB\xBFS\xED"));
+    // What is written is read as it was, also where its bytes happen to look modern.
+    EXPECT_EQ(platform::encodeText(u"Sí"_s), "S\xED");
+    for (const QString& text : {u"Ã±"_s, u"SÂ¶o"_s, u"ï»¿Sí"_s, u"ï»¿Ã±"_s, u"Sí"_s, u""_s})
+        EXPECT_EQ(platform::decodeText(platform::encodeText(text)).value().text, text);
 }
 
 TEST(TextFile, EndsLinesAtEveryKindOfLineEnd)

@@ -253,7 +253,7 @@ QByteArray mapFileBytes(const WorldMap& map)
     if (const std::optional<QString> problem = mapNameProblem(map.nombre))
         throw fail(ErrorNumber::BadName, *problem);
     try {
-        return platform::toWindows1252(mapFileText(map));
+        return platform::encodeText(mapFileText(map));
     } catch (const Error& error) {
         throw fail(error.number, error.description);
     }

@@ -17,6 +17,7 @@ constexpr std::array<char16_t, 32> highControls{
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 constexpr char16_t firstHigh = 0x80;
 constexpr char16_t firstLatin = 0xA0;
+constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF");
 
 std::optional<char> encode(char16_t character)
 {
@@ -64,9 +65,8 @@ QByteArray toWindows1252(QStringView text)
 
 std::optional<DecodedText> decodeText(QByteArrayView bytes)
 {
-    constexpr QByteArrayView mark("\xEF\xBB\xBF");
-    if (bytes.startsWith(mark)) {
-        const QByteArrayView marked = bytes.sliced(mark.size());
+    if (bytes.startsWith(utf8Mark)) {
+        const QByteArrayView marked = bytes.sliced(utf8Mark.size());
         if (!marked.isValidUtf8())
             return std::nullopt;
         return DecodedText{QString::fromUtf8(marked), true};
@@ -77,6 +77,13 @@ std::optional<DecodedText> decodeText(QByteArrayView bytes)
     if (beyondAscii && bytes.isValidUtf8())
         return DecodedText{QString::fromUtf8(bytes), true};
     return DecodedText{fromWindows1252(bytes), false};
+}
+
+QByteArray encodeText(QStringView text)
+{
+    QByteArray bytes = toWindows1252(text);
+    const std::optional<DecodedText> read = decodeText(bytes);
+    return read && !read->isUtf8 ? bytes : utf8Mark.toByteArray() + text.toUtf8();
 }
 
 std::optional<QString> firstOutsideWindows1252(QStringView text)

@@ -25,6 +25,11 @@ struct DecodedText {
 /// editors write them; else as Windows-1252. Nothing for bytes that have the mark but aren't UTF-8.
 std::optional<DecodedText> decodeText(QByteArrayView bytes);
 
+/// The bytes of a data file with that text: Windows-1252, or UTF-8 with its mark where decodeText
+/// would take those for another text ("Ã±" for "ñ"). Throws Error (BadCharacter), as toWindows1252
+/// does.
+QByteArray encodeText(QStringView text);
+
 /// The first character (a whole code point) of the text that the code page lacks, if there is one.
 std::optional<QString> firstOutsideWindows1252(QStringView text);
 
