@@ -309,6 +309,7 @@ TEST(Cli, TellsOfEveryFaultInTheDataFiles)
     QFile::remove(folder.path(u"gramaticas/Nombres de lugares.txt"_s));
     for (const auto& name : {u"mapas/cero.map"_s, u"gramaticas/cero.txt"_s, u"ini/cero.gif"_s})
         QFile::link(u"/dev/zero"_s, folder.path(name));
+    QFile::link(u"nada"_s, folder.path(u"mapas/suelto.map"_s));
     folder.write(u"gramaticas/incluye.txt"_s, "[a]\r\n{/dev/zero}\r\n{fuera.txt}\r\n");
     folder.write(u"fuera.txt"_s, "[a]\r\n<b>\r\n\xD0\x96\r\n");
     folder.write(u"mapas/Ñu.map"_s, "\xC3\x91u\r\n1;1\r\n0;0\r\n\r\nM1;\r\n\r\n");
@@ -317,14 +318,26 @@ TEST(Cli, TellsOfEveryFaultInTheDataFiles)
     folder.write(u"mapas/a b.map"_s, "a/b\r\n1;1\r\n0;0\r\n\r\nM1;\r\n\r\n");
     const Result result = runProgram(program, {u"validar"_s});
     EXPECT_EQ(result.status, 1);
-    for (const QString& fragment :
-         {u"línea 32: el dato «costo» no es un número"_s, u"nada.gif"_s, u"«Aldea» está repetido"_s,
-          u"«Daga» está repetido"_s, u"línea 147"_s, u"línea 148"_s, u"r1t.gif"_s, u"«r1t»"_s,
-          u"Nombres de lugares.txt"_s, u"mapas/cero.map"_s, u"gramaticas/cero.txt"_s,
-          u"ini/cero.gif"_s, u"línea 2: no se puede incluir «/dev/zero»"_s,
-          u"fuera.txt, línea 2: no existe la regla «b»"_s,
-          u"fuera.txt, línea 3: «\u0416» no se puede guardar"_s, u"Ñu.map: está en UTF-8"_s,
-          u"latitud norte es menor"_s, u"no es el de su archivo"_s, u"«/»"_s})
+    for (const QString& fragment : {u"línea 32: el dato «costo» no es un número"_s,
+                                    u"nada.gif"_s,
+                                    u"«Aldea» está repetido"_s,
+                                    u"«Daga» está repetido"_s,
+                                    u"línea 147"_s,
+                                    u"línea 148"_s,
+                                    u"r1t.gif"_s,
+                                    u"«r1t»"_s,
+                                    u"Nombres de lugares.txt"_s,
+                                    u"mapas/cero.map"_s,
+                                    u"mapas/suelto.map"_s,
+                                    u"gramaticas/cero.txt"_s,
+                                    u"ini/cero.gif"_s,
+                                    u"línea 2: no se puede incluir «/dev/zero»"_s,
+                                    u"fuera.txt, línea 2: no existe la regla «b»"_s,
+                                    u"fuera.txt, línea 3: «\u0416» no se puede guardar"_s,
+                                    u"Ñu.map: está en UTF-8"_s,
+                                    u"latitud norte es menor"_s,
+                                    u"no es el de su archivo"_s,
+                                    u"«/»"_s})
         EXPECT_TRUE(result.out.contains(fragment)) << fragment.toStdString() << " not in\n"
                                                    << result.out.toStdString();
     EXPECT_FALSE(result.out.contains(u"«Lodo» no"_s)) << "told of once is enough";

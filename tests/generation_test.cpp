@@ -170,19 +170,20 @@ TEST(Terrain, TakesAsLongPerCellInAnyShape)
                                       {100, 100},
                                       {50, 150},
                                       {75, 300},
-                                      {300, 75},
-                                      {129, 513},
                                       {86, 344},
+                                      {129, 513},
+                                      {1, 999},
+                                      {999, 1},
+                                      {2, 999},
                                       {30, 3000},
                                       {3000, 30},
-                                      {2, 4000},
                                       {1, 32'767},
                                       {32'767, 1}}) {
         WorldMap map;
         map.alto = alto;
         map.ancho = ancho;
         const int most = perCell * alto * ancho + 8;
-        EXPECT_LT(drawsOf([&] { generarTerreno(map); }, most), most) << alto << " x " << ancho;
+        ASSERT_LT(drawsOf([&] { generarTerreno(map); }, most), most) << alto << " x " << ancho;
     }
 }
 
