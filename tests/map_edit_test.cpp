@@ -110,12 +110,12 @@ TEST_F(MapEditTest, SetsAndEditsPlaces)
     press(frmMapa().ui().pines);
     choose(frmPines().ui().lvPines, 3);
     const QString pin = frmPines().selectedName();
-    setPlace(5, 6, u"Puerto; Viejo|Nuevo"_s, u"uno\ndos; tres Ł"_s);
-    EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto, Viejo/Nuevo;uno\ndos, tres "_s);
+    setPlace(5, 6, u"Puerto; Viejo|Nuevo"_s, u"uno\ndos;\u00A0tres Ł"_s);
+    EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto, Viejo/Nuevo;uno\ndos,\u00A0tres "_s);
     EXPECT_TRUE(frmMapa().mapaCambiado);
     ASSERT_EQ(frmMapa().lugares.count(), 1);
     EXPECT_EQ(frmMapa().lugares.at(0).subItem(u"x"_s), u"5"_s);
-    EXPECT_EQ(frmMapa().lugares.at(0).subItem(u"notas"_s), u"uno\ndos, tres "_s);
+    EXPECT_EQ(frmMapa().lugares.at(0).subItem(u"notas"_s), u"uno\ndos,\u00A0tres "_s);
     expectPixelsOfFullRedraw();
     QTest::mouseMove(frmMapa().ui().imgMapa, inView(5, 6));
     send(QEvent::MouseMove, inView(5, 6), Qt::NoButton, Qt::NoButton);
@@ -237,7 +237,7 @@ TEST_F(MapEditTest, ANewMapTakesWhatThePropertiesSay)
                     EXPECT_TRUE(frmMapProperties().isVisible());
                     dialog.txtNombre->setText(u"Ávila"_s);
                     dialog.cmbAncho->setCurrentText(u"75"_s);
-                    dialog.txtNotas->setPlainText(u"uno\ndos"_s);
+                    dialog.txtNotas->setPlainText(u"uno\n\u00A0dos"_s);
                     QTest::mouseClick(dialog.cmdAceptar, Qt::LeftButton);
                 });
     EXPECT_EQ(frmMapa().window().windowTitle(), u"Ávila"_s);
@@ -251,7 +251,7 @@ TEST_F(MapEditTest, ANewMapTakesWhatThePropertiesSay)
     for (const bool accepted : {false, true}) {
         duringModal([] { press(frmMapa().ui().propiedades); },
                     [&] {
-                        EXPECT_EQ(dialog.txtNotas->toPlainText(), u"uno\ndos"_s);
+                        EXPECT_EQ(frmMapa().notasMapa, u"uno\n\u00A0dos"_s);
                         EXPECT_EQ(dialog.cmbAncho->currentText(), u"75"_s);
                         EXPECT_FALSE(dialog.cmbAncho->isEnabled());
                         dialog.txtNombre->setText(u"Otra"_s);

@@ -2,6 +2,7 @@
 
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
+#include "platform/forms/text_guard.h"
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmMapProperties.h"
 #include "worldmap/frmMapa.h"
@@ -47,7 +48,7 @@ void FrmMapa::newFromProperties()
     empty.alto = dialog.cmbAlto->currentText().toInt();
     empty.latNorte = dialog.cmbLatitudNorte->currentText().toInt();
     empty.latSur = dialog.cmbLatitudSur->currentText().toInt();
-    empty.notasMapa = dialog.txtNotas->toPlainText();
+    empty.notasMapa = platform::textOf(*dialog.txtNotas);
     empty.nombre = dialog.txtNombre->text();
     empty.accion = accion;
     newMapa(std::move(empty));
@@ -66,7 +67,7 @@ void FrmMapa::editProperties()
     frmMapProperties().showModal();
     if (frmMapProperties().cancelado)
         return;
-    notasMapa = dialog.txtNotas->toPlainText();
+    notasMapa = platform::textOf(*dialog.txtNotas);
     latNorte = dialog.cmbLatitudNorte->currentText().toInt();
     latSur = dialog.cmbLatitudSur->currentText().toInt();
     setNombre(dialog.txtNombre->text());

@@ -2,6 +2,7 @@
 
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
+#include "platform/forms/text_guard.h"
 #include "worldmap/frmInfoPin.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmMinimap.h"
@@ -107,7 +108,7 @@ void FrmMapa::setPlace(QPoint cell)
         dialog.showModal();
     }
     place.name = dialog.ui().txtNombre->text();
-    place.notes = dialog.ui().txtInfo->toPlainText();
+    place.notes = platform::textOf(*dialog.ui().txtInfo);
     if (place.name.isEmpty())
         return;
     stored = place.stored();

@@ -8,7 +8,10 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace platform {
 
@@ -24,6 +27,10 @@ FormRegistry* currentRegistry = nullptr;
 bool FormWindow::event(QEvent* event)
 {
     const bool used = QWidget::event(event);
+    // Qt gives the window system the application's name for an empty title.
+    if ((event->type() == QEvent::WindowTitleChange || event->type() == QEvent::Show) &&
+        windowTitle().isEmpty() && windowHandle())
+        windowHandle()->setTitle(u" "_s);
     if (event->type() == QEvent::WindowActivate && form_)
         form_->Form_Activate();
     return used;
