@@ -171,6 +171,16 @@ TEST(Picture, RefusesWhatIsNotAWholeGif)
     EXPECT_EQ(platform::loadPicture(app.path(u"bien.gif"_s)).size(), QSize(1, 1));
     EXPECT_EQ(platform::loadPicture(app.path(u"cola.gif"_s)).size(), QSize(1, 1));
 
+    // The size that a file says is judged before memory is taken for it.
+    const auto saying = [&](QByteArray picture, qsizetype at, const char* size) {
+        app.write(u"grande.gif"_s, picture.replace(at, 4, QByteArray::fromHex(size)));
+        expectError([&] { platform::loadPicture(app.path(u"grande.gif"_s)); },
+                    ErrorNumber::TooLarge, {u"«grande.gif» mide"_s});
+    };
+    constexpr qsizetype screen = 6;
+    saying(gif, screen, "01100110"); // 4097 × 4097
+    saying(gif, gif.indexOf(',') + 5, "ffff0101");
+
     // Cut off anywhere before the end of its pixels, a GIF is no picture.
     const qsizetype endOfPixels = gif.size() - 2;
     for (qsizetype length = 0; length <= endOfPixels; ++length) {
@@ -185,16 +195,45 @@ TEST(Picture, RefusesWhatIsNotAWholeGif)
                 {u"«falta.gif»"_s});
 }
 
-TEST(ImageList, CountsPositionsFromOne)
+TEST(Picture, IsShownInItsProportionsAndCrispAtWholeMultiples)
+{
+    struct Case {
+        QSize picture, place;
+        qreal scale;
+        QSize pixels;
+    };
+    for (const Case& c :
+         {Case{{16, 14}, {32, 32}, 1, {32, 28}}, Case{{16, 14}, {16, 16}, 2, {32, 28}},
+          Case{{32, 32}, {16, 16}, 2, {32, 32}}, Case{{40, 10}, {16, 16}, 1, {16, 4}},
+          Case{{20, 20}, {32, 32}, 1, {20, 20}}, Case{{10, 10}, {32, 32}, 1.5, {45, 45}},
+          Case{{400, 1}, {16, 16}, 1, {16, 1}}}) {
+        const QImage picture = noise(c.picture.width(), c.picture.height(), 3).image();
+        const QImage shown = platform::pictureInPlace(picture, c.place, c.scale);
+        EXPECT_EQ(shown.size(), c.pixels);
+        EXPECT_EQ(shown.devicePixelRatio(), c.scale);
+        const int times = c.pixels.width() / c.picture.width();
+        if (c.picture * times != c.pixels)
+            continue;
+        for (int y = 0; y < shown.height(); ++y) {
+            for (int x = 0; x < shown.width(); ++x)
+                ASSERT_EQ(shown.pixel(x, y), picture.pixel(x / times, y / times));
+        }
+    }
+}
+
+TEST(ImageList, CountsPositionsFromOneAndKeepsNoMoreThanAnIconNeeds)
 {
     platform::ImageList images;
-    QImage dot(1, 1, QImage::Format_RGB32);
-    dot.fill(Qt::red);
-    EXPECT_EQ(images.add(u"a"_s, dot), 1);
-    EXPECT_EQ(images.add(u"b"_s, dot), 2);
+    const QImage tall = noise(100, 400, 7).image();
+    EXPECT_EQ(images.add(u"a"_s, noise(32, 32, 7).image()), 1);
+    EXPECT_EQ(images.add(u"b"_s, tall, u"ini/alta.gif"_s), 2);
     EXPECT_EQ(images.positionOf(u"b"_s), 2);
     EXPECT_EQ(images.positionOf(u"c"_s), 0);
+    EXPECT_EQ(images.at(1), noise(32, 32, 7).image());
+    EXPECT_EQ(images.at(2).size(), QSize(8, 32));
+    EXPECT_EQ(images.pathAt(2), u"ini/alta.gif"_s);
     EXPECT_TRUE(images.at(0).isNull());
     EXPECT_TRUE(images.at(3).isNull());
-    expectError([&] { images.add(u"a"_s, dot); }, ErrorNumber::DuplicateKey, {u"«a»"_s});
+    EXPECT_TRUE(images.pathAt(3).isEmpty());
+    expectError([&] { images.add(u"a"_s, tall); }, ErrorNumber::DuplicateKey, {u"«a»"_s});
 }

@@ -58,6 +58,33 @@ QByteArray onePixelGif()
         "47494638396101000100800000000000ffffff2c00000000010001000002024401003b");
 }
 
+QByteArray plainGif(QSize size)
+{
+    const auto number = [](int value) {
+        return QByteArray(1, static_cast<char>(value & 0xFF)) + static_cast<char>(value >> 8);
+    };
+    const QByteArray sides = number(size.width()) + number(size.height());
+    // Codes of eight bits, as long as the decoder forgets what it learned before it needs nine.
+    constexpr char clear = '\x80';
+    constexpr char end = '\x81';
+    constexpr int untilNine = 100;
+    QByteArray codes;
+    for (int pixel = 0; pixel < size.width() * size.height(); ++pixel) {
+        if (pixel % untilNine == 0)
+            codes += clear;
+        codes += '\0';
+    }
+    codes += end;
+    QByteArray gif = "GIF89a" + sides + "\xF6" + QByteArray(2 + 3 * 128, '\0') + ',' +
+                     QByteArray(4, '\0') + sides + QByteArray(1, '\0') + '\x07';
+    constexpr int longestBlock = 255;
+    for (qsizetype at = 0; at < codes.size(); at += longestBlock) {
+        const QByteArray block = codes.mid(at, longestBlock);
+        gif += static_cast<char>(block.size()) + block;
+    }
+    return gif + '\0' + ';';
+}
+
 void expectError(const std::function<void()>& call, platform::ErrorNumber number,
                  const QStringList& fragments)
 {

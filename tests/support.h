@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QFile>
+#include <QSize>
 #include <QString>
 #include <QTemporaryDir>
 #include <functional>
@@ -49,6 +50,9 @@ QByteArray onePixelGif();
 
 /// A picture of pixels of any colours; one seed gives one picture.
 platform::MemoryDC noise(int width, int height, std::mt19937::result_type seed);
+
+/// A GIF picture of that size in one colour, not compressed.
+QByteArray plainGif(QSize size);
 
 /// Runs the call and expects a platform::Error of that number whose description holds every one of
 /// the fragments.

@@ -83,6 +83,8 @@ public:
     {
         return *items_.at(static_cast<std::size_t>(position));
     }
+    /// The position of one of the list's own items.
+    int positionOf(const ListItem& item) const { return item.row_; }
     /// The item with that key, or null.
     ListItem* find(const QString& key) { return byKey_.value(key); }
     const ListItem* find(const QString& key) const { return byKey_.value(key); }

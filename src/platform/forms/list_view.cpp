@@ -3,30 +3,31 @@
 #include "platform/forms/picture_box.h"
 #include "platform/forms/twips.h"
 
-#include <QHash>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QPainter>
 #include <QStyledItemDelegate>
 #include <QTextDocument>
 #include <QToolTip>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
 namespace {
 
-// Room for an icon and up to four lines of text, in pixels.
-constexpr int iconCellWidth = 112;
-constexpr int iconCellHeight = 92;
+// The cells of a list of icons, in pixels.
+constexpr int narrowestCell = 96;
+constexpr int widestCell = 200;
+constexpr int cellMargin = 4;
 
-QImage transparentPicture()
+bool beginsWithNumber(const QString& text)
 {
-    QImage picture(ListView::smallIconSize, ListView::smallIconSize, QImage::Format_ARGB32);
-    picture.fill(Qt::transparent);
-    return picture;
+    const bool hasSign = text.startsWith(u'-') || text.startsWith(u'+');
+    return text.size() > hasSign && text[hasSign ? 1 : 0].isDigit();
 }
 
-/// Draws an item's picture, which the list knows only by its position, before its text.
+/// Draws an item's picture, which the list knows only by its position, before its text or above it.
 class IconDelegate final : public QStyledItemDelegate
 {
 public:
@@ -37,15 +38,41 @@ public:
     {
     }
 
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        const int position = index.data(ListItems::IconRole).toInt();
+        if (position == 0)
+            return;
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        const QRect place =
+            view_->style()->subElementRect(QStyle::SE_ItemViewItemDecoration, &cell, view_);
+        drawPicture(*painter, place, pictures_->at(position));
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const auto* const icons = qobject_cast<const IconView*>(view_);
+        if (!icons)
+            return QStyledItemDelegate::sizeHint(option, index);
+        const QRect room(0, 0, icons->cellWidth() - 2 * cellMargin, icons->height());
+        const QRect text = option.fontMetrics.boundingRect(
+            room, Qt::AlignHCenter | Qt::TextWordWrap, index.data().toString());
+        return {icons->cellWidth(), view_->iconSize().height() + text.height() + 3 * cellMargin};
+    }
+
     /// Shows the whole text of a cell that is too narrow for it.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override
     {
         if (event->type() != QEvent::ToolTip || !index.isValid())
             return QStyledItemDelegate::helpEvent(event, view, option, index);
-        const bool elided = sizeHint(option, index).width() > view->visualRect(index).width();
         const QString text = index.data().toString();
-        QToolTip::showText(event->globalPos(), elided ? Qt::convertFromPlainText(text) : QString(),
+        const bool isCut =
+            QStyledItemDelegate::sizeHint(option, index).width() > view->visualRect(index).width();
+        QToolTip::showText(event->globalPos(), isCut ? Qt::convertFromPlainText(text) : QString(),
                            view);
         return true;
     }
@@ -55,35 +82,23 @@ protected:
     {
         QStyledItemDelegate::initStyleOption(option, index);
         option->text.replace(QChar::LineSeparator, u' '); // a row is one line high
-        if (option->displayAlignment & Qt::AlignRight)    // a number without its end is another one
-            option->textElideMode = Qt::ElideLeft;
+        if (option->displayAlignment & Qt::AlignRight && beginsWithNumber(option->text))
+            option->textElideMode = Qt::ElideMiddle; // without its end it is another number
         if (index.column() != 0)
             return;
         // An item without a picture keeps its place free, so that the texts stand in one line.
         option->features |= QStyleOptionViewItem::HasDecoration;
-        option->icon = iconAt(index.data(ListItems::IconRole).toInt());
         option->decorationSize = view_->iconSize();
     }
 
 private:
-    const QIcon& iconAt(int position) const
-    {
-        QImage picture = pictures_->at(position);
-        if (picture.isNull())
-            picture = nothing_;
-        const auto known = icons_.find(picture.cacheKey());
-        return known != icons_.end() ? *known
-                                     : *icons_.insert(picture.cacheKey(), pixelIcon({picture}));
-    }
-
     QAbstractItemView* view_;
     const ImageList* pictures_;
-    const QImage nothing_ = transparentPicture();
-    mutable QHash<qint64, QIcon> icons_; // by the picture's cache key; pictures never change
 };
 
 /// A header whose texts end in "…" where they don't fit. Qt's own eliding leaves out right-aligned
-/// texts, which lose their beginning then.
+/// texts, which lose their beginning then. The arrow of the sorted column has a place of its own,
+/// at the end where its text doesn't begin.
 class ElidingHeader final : public QHeaderView
 {
 public:
@@ -93,9 +108,41 @@ protected:
     void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override
     {
         QHeaderView::initStyleOptionForIndex(option, section);
+        option->sortIndicator = QStyleOptionHeader::None; // the style's arrow covers the text
         const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, option, this);
-        option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight,
-                                                      sectionSize(section) - 2 * margin);
+        const int room = sectionSize(section) - 2 * margin - (isSorted(section) ? arrowWidth : 0);
+        option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight, room);
+    }
+
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override
+    {
+        painter->save();
+        QHeaderView::paintSection(painter, rect, section);
+        painter->restore();
+        if (!isSorted(section))
+            return;
+        const auto alignment = Qt::Alignment(
+            model()->headerData(section, orientation(), Qt::TextAlignmentRole).toInt());
+        const int left = alignment & Qt::AlignRight ? rect.left() + arrowMargin
+                                                    : rect.right() - arrowMargin - arrowWidth;
+        const QPoint tip(left + arrowWidth / 2, rect.center().y() - arrowHeight / 2);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(palette().buttonText());
+        painter->drawPolygon(QPolygon({tip, tip + QPoint(arrowHeight, arrowHeight),
+                                       tip + QPoint(-arrowHeight, arrowHeight)}));
+        painter->restore();
+    }
+
+private:
+    static constexpr int arrowHeight = 4;
+    static constexpr int arrowWidth = 2 * arrowHeight;
+    static constexpr int arrowMargin = 2;
+
+    bool isSorted(int section) const
+    {
+        return isSortIndicatorShown() && sortIndicatorSection() == section;
     }
 };
 
@@ -104,6 +151,13 @@ ListItem* selectedItemOf(const QAbstractItemView& view, ListItems* items)
     const QModelIndexList rows =
         view.selectionModel() ? view.selectionModel()->selectedRows() : QModelIndexList();
     return rows.isEmpty() ? nullptr : &items->at(rows.first().row());
+}
+
+void selectIn(QAbstractItemView& view, const ListItems& items, const ListItem& item)
+{
+    const QModelIndex row = items.index(items.positionOf(item), 0);
+    view.setCurrentIndex(row);
+    view.scrollTo(row);
 }
 
 void attach(QAbstractItemView& view, ListItems& items, const ImageList& icons)
@@ -133,9 +187,7 @@ ListView::ListView(QWidget* parent) : QTreeView(parent)
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
         if (items_)
             items_->sortByColumn(column);
-        // The arrow that the style draws for "descending" is the one that stands for ascending
-        // here: it points up.
-        header()->setSortIndicator(column, Qt::DescendingOrder);
+        header()->setSortIndicator(column, Qt::AscendingOrder);
         header()->setSortIndicatorShown(true);
     });
 }
@@ -169,15 +221,46 @@ void ListView::selectFirst()
         setCurrentIndex(items_->index(0, 0));
 }
 
+void ListView::select(const ListItem& item)
+{
+    selectIn(*this, *items_, item);
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QTreeView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        emit dblClick();
+}
+
+/// A click below the rows leaves the selected one selected.
+QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex& index,
+                                                               const QEvent* event) const
+{
+    return index.isValid() ? QTreeView::selectionCommand(index, event)
+                           : QItemSelectionModel::NoUpdate;
+}
+
 IconView::IconView(QWidget* parent) : QListView(parent)
 {
     setViewMode(IconMode);
     setIconSize({largeIconSize, largeIconSize});
     setResizeMode(Adjust);
     setMovement(Static);
-    setGridSize({iconCellWidth, iconCellHeight});
     setWordWrap(true);
     setEditTriggers(NoEditTriggers);
+}
+
+/// Cells as wide as the longest word, so that names can be read whole.
+void IconView::doItemsLayout()
+{
+    int widest = narrowestCell;
+    for (int i = 0; items_ && i < items_->count(); ++i) {
+        for (const QString& word : items_->at(i).text().split(u' '))
+            widest = std::max(widest, fontMetrics().horizontalAdvance(word) + 4 * cellMargin);
+    }
+    cellWidth_ = std::min(widest, widestCell);
+    QListView::doItemsLayout();
 }
 
 void IconView::setItems(ListItems& items, const ImageList& icons)
@@ -191,10 +274,16 @@ ListItem* IconView::selectedItem()
     return selectedItemOf(*this, items_);
 }
 
+void IconView::select(const ListItem& item)
+{
+    selectIn(*this, *items_, item);
+}
+
 void IconView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     QListView::mouseDoubleClickEvent(event);
-    emit dblClick();
+    if (event->button() == Qt::LeftButton)
+        emit dblClick();
 }
 
 } // namespace platform

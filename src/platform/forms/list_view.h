@@ -15,12 +15,21 @@ class ListView : public QTreeView
     Q_OBJECT
 
 public:
-    static constexpr int smallIconSize = 16;
-
     explicit ListView(QWidget* parent = nullptr);
     void setItems(ListItems& items, const ImageList& icons);
     ListItem* selectedItem();
     void selectFirst();
+    /// Selects one of the list's items and scrolls to it.
+    void select(const ListItem& item);
+
+signals:
+    /// A double click anywhere in the list, on a row or below them.
+    void dblClick();
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
 
 private:
     void applyColumns();
@@ -34,11 +43,14 @@ class IconView : public QListView
     Q_OBJECT
 
 public:
-    static constexpr int largeIconSize = 32;
-
     explicit IconView(QWidget* parent = nullptr);
     void setItems(ListItems& items, const ImageList& icons);
     ListItem* selectedItem();
+    /// Selects one of the list's items and scrolls to it.
+    void select(const ListItem& item);
+    /// The width of every cell, in pixels.
+    int cellWidth() const { return cellWidth_; }
+    void doItemsLayout() override;
 
 signals:
     /// A double click anywhere in the list, on an item or beside them.
@@ -49,6 +61,7 @@ protected:
 
 private:
     ListItems* items_ = nullptr;
+    int cellWidth_ = 0;
 };
 
 } // namespace platform

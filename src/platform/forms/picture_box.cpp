@@ -1,5 +1,7 @@
 #include "platform/forms/picture_box.h"
 
+#include "platform/gdi/picture.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -8,6 +10,7 @@ namespace {
 
 constexpr QRgb groundColor = qRgb(0x24, 0x22, 0x20);
 constexpr int largestIconFactor = 4;
+constexpr QSize largestPreview(256, 256); // in pixels
 
 } // namespace
 
@@ -41,6 +44,41 @@ void ImageBox::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.drawImage(rect(), picture_);
+}
+
+void drawPicture(QPainter& painter, const QRect& place, const QImage& picture)
+{
+    const QImage shown =
+        pictureInPlace(picture, place.size(), painter.device()->devicePixelRatioF());
+    const QSize size = shown.deviceIndependentSize().toSize();
+    painter.drawImage(place.topLeft() + QPoint((place.width() - size.width()) / 2,
+                                               (place.height() - size.height()) / 2),
+                      shown);
+}
+
+PreviewBox::PreviewBox(QWidget* parent) : QFrame(parent)
+{
+    setFrameStyle(StyledPanel | Sunken);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base);
+}
+
+void PreviewBox::load(const QString& path)
+{
+    setPicture(loadPicture(path, largestPreview));
+}
+
+void PreviewBox::setPicture(const QImage& picture)
+{
+    picture_ = picture;
+    update();
+}
+
+void PreviewBox::paintEvent(QPaintEvent* event)
+{
+    QFrame::paintEvent(event);
+    QPainter painter(this);
+    drawPicture(painter, contentsRect(), picture_);
 }
 
 PictureBox::PictureBox(QWidget* parent) : QWidget(parent)

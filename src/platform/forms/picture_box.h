@@ -2,15 +2,21 @@
 
 #include "platform/gdi/memory_dc.h"
 
+#include <QFrame>
 #include <QIcon>
 #include <QWidget>
 #include <initializer_list>
+
+class QPainter;
 
 namespace platform {
 
 /// An icon from pixel art, its pictures given from small to large: at higher scales the largest is
 /// shown in whole multiples of its pixels, so that it stays crisp.
 QIcon pixelIcon(std::initializer_list<QImage> pictures);
+
+/// Draws a picture in the middle of a place, in its proportions, by pictureInPlace.
+void drawPicture(QPainter& painter, const QRect& place, const QImage& picture);
 
 /// Shows one picture stretched over the whole widget, its pixels kept crisp.
 class ImageBox : public QWidget
@@ -20,6 +26,23 @@ public:
     void setPicture(const QImage& picture);
     const QImage& picture() const { return picture_; }
     QSize sizeHint() const override { return picture_.size(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QImage picture_;
+};
+
+/// Shows a picture in its proportions in a frame, which is there also when it is empty.
+class PreviewBox : public QFrame
+{
+public:
+    explicit PreviewBox(QWidget* parent = nullptr);
+    /// Loads a GIF file. Throws as loadPicture does, and then keeps the picture that it showed.
+    void load(const QString& path);
+    void setPicture(const QImage& picture);
+    const QImage& picture() const { return picture_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
