@@ -305,6 +305,7 @@ TEST(Cli, TellsOfEveryFaultInTheDataFiles)
     append(u"ini/Armas.ini"_s, "Daga;1d4");
     append(u"ini/Equipo.ini"_s, "Cosa;No");
     append(u"ini/Equipo.ini"_s, "Otra cosa;No");
+    append(u"ini/Equipo.ini"_s, "Una cosa;No;;;;;de;sobra");
     QFile::remove(folder.path(u"ini/pics/tilesLocales/r1t.gif"_s));
     QFile::remove(folder.path(u"gramaticas/Nombres de lugares.txt"_s));
     for (const auto& name : {u"mapas/cero.map"_s, u"gramaticas/cero.txt"_s, u"ini/cero.gif"_s})
@@ -324,6 +325,7 @@ TEST(Cli, TellsOfEveryFaultInTheDataFiles)
                                     u"«Daga» está repetido"_s,
                                     u"línea 147"_s,
                                     u"línea 148"_s,
+                                    u"línea 149: sobran datos (hay 8 y caben 6)"_s,
                                     u"r1t.gif"_s,
                                     u"«r1t»"_s,
                                     u"Nombres de lugares.txt"_s,

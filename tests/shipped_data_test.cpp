@@ -1,6 +1,5 @@
 // The files that ship with the program, checked as a user's program would read them.
 #include "art/contrast.h"
-#include "catalogue/catalogue_file.h"
 #include "support.h"
 #include "worldmap/definitions.h"
 #include "worldmap/map_canvas.h"
@@ -81,24 +80,6 @@ TEST_F(ShippedData, MapsOpenAndSaveByteForByte)
         }
     }
     EXPECT_EQ(sizes.size(), maps.size()) << "maps of different sizes were meant";
-}
-
-TEST_F(ShippedData, CataloguesLoadAndSaveTheSameRecords)
-{
-    for (const CatalogueKind* const kind :
-         {&armasKind(), &armadurasKind(), &equipoKind(), &conjurosKind()}) {
-        SCOPED_TRACE(kind->file.toStdString());
-        const QByteArray bytes = app.read(u"ini/"_s + kind->file);
-        Catalogue catalogue(*kind);
-        loadCatalogue(catalogue);
-        EXPECT_GE(catalogue.items.count(), 12);
-        int pictures = 0;
-        for (int i = 0; i < catalogue.items.count(); ++i)
-            pictures += catalogue.items.at(i).icon() > 0;
-        EXPECT_EQ(pictures, catalogue.items.count());
-        saveCatalogue(catalogue);
-        EXPECT_TRUE(app.read(u"ini/"_s + kind->file) == bytes);
-    }
 }
 
 TEST_F(ShippedData, TilesInterlockWithoutHolesOrOverlap)

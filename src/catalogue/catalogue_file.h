@@ -2,10 +2,22 @@
 
 #include "catalogue/catalogue_kind.h"
 #include "platform/core/list_items.h"
+#include "platform/core/saving.h"
 #include "platform/core/text_file.h"
 #include "platform/gdi/image_list.h"
 
+#include <QStringList>
 #include <functional>
+#include <optional>
+
+/// What is left of a file whose reading stopped on an error.
+struct UnreadLines {
+    /// The lines from the faulty one on, as they stand in the file; nothing when not one was read.
+    std::optional<QString> text;
+    bool isUtf8 = false;
+    QString halfRead; ///< key of the item that the faulty line left in the list, if any
+    QString backup;   ///< where the file as it was has been copied, once it is replaced
+};
 
 /// One catalogue in memory: the list is the catalogue, there is no other copy.
 struct Catalogue {
@@ -14,14 +26,18 @@ struct Catalogue {
     const CatalogueKind& kind;
     platform::ListItems items;
     platform::ImageList pictures;
-    /// Loading stopped on an error, so the file may hold more records than the list.
-    bool loadStopped = false;
+    platform::KnownFile file;
+    std::optional<UnreadLines> unread; ///< loading stopped on an error
 };
+
+inline void passOver(const platform::Error& /*remark*/) {}
 
 /// Reads the kind's file below AppFolder into the catalogue, which is empty before. Throws Error at
 /// the first fault (its text names file, line and reason); the records before it, and what was
-/// added for the faulty one, stay in the list, and loadStopped is set.
-void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault = platform::giveUp);
+/// added for the faulty one, stay in the list, and what wasn't read is kept in `unread`. A remark
+/// tells of fields beyond those of the kind, which the catalogue leaves out.
+void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault = platform::giveUp,
+                   const platform::OnFault& onRemark = passOver);
 
 /// A line that begins with this is a comment.
 inline constexpr QChar commentMark = u'#';
@@ -29,8 +45,16 @@ inline constexpr QChar commentMark = u'#';
 /// Throws Error (TooLarge) when the catalogue can't take another record.
 void checkRoom(const Catalogue& catalogue);
 
-/// Writes the catalogue to its file, in the list's order; `advance` is called after each record.
-/// Fields that a stopped load left out are written empty; if the load had stopped, the old file is
-/// first copied beside itself with ".bak" added (".bak2" … where there is one already). Throws
-/// Error, with the old file whole.
-void saveCatalogue(Catalogue& catalogue, const std::function<void()>& advance = {});
+/// What came of a save.
+struct SavedCatalogue {
+    int records = 0;
+    QStringList notices; ///< what the user is to be told
+};
+
+/// Writes the catalogue to its file, in the list's order; `advance` is called after each item.
+/// Fields that an item lacks are written empty. If loading had stopped, the old file is first
+/// copied beside itself with ".bak" added (".bak2" … where there is one already); then the lines
+/// that weren't read follow the records as they were, and the item that the faulty one left is not
+/// written. Throws Error, with the old file whole: DuplicateKey for two items that the reader would
+/// take for one, BadCharacter, FileUnwritable.
+SavedCatalogue saveCatalogue(Catalogue& catalogue, const std::function<void()>& advance = {});

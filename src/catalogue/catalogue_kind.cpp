@@ -25,6 +25,11 @@ QString CatalogueKind::itemKey(const QString& name, const QString& secondField) 
     return keyHasType ? name + u'-' + secondField : name;
 }
 
+QString CatalogueKind::counted(int items) const
+{
+    return QString::number(items) + u' ' + (items == 1 ? oneItem : manyItems);
+}
+
 std::size_t CatalogueKind::positionOf(const QString& key) const
 {
     const auto found = std::find_if(fields.begin(), fields.end(),
@@ -38,6 +43,8 @@ const CatalogueKind& armasKind()
         u"Armas.ini"_s,
         u"#Nombre; DP; DM; Critico; Categoria; Tipo; Precio; Peso; Imagen; notas"_s,
         u"loadArmas"_s,
+        u"arma"_s,
+        u"armas"_s,
         false,
         {left(u"nombre"_s, u"Nombre"_s, 1750), left(u"dp"_s, u"DP"_s, 700),
          left(u"dm"_s, u"DM"_s, 700), left(u"critico"_s, u"Critico"_s, 700),
@@ -54,6 +61,8 @@ const CatalogueKind& armadurasKind()
         u"#Nombre;BonificadorArmadura;BonificadorDestreza;PenalizadorArmadura;"
         "FalloConjuro;Categoria;Precio;Peso;Imagen;Notas "_s,
         u"loadArmaduras"_s,
+        u"armadura"_s,
+        u"armaduras"_s,
         false,
         {left(u"nombre"_s, u"Nombre"_s, 1750),
          left(u"bonificadorarmadura"_s, u"B. Armadura"_s, 700),
@@ -71,6 +80,8 @@ const CatalogueKind& equipoKind()
         u"Equipo.ini"_s,
         u"#nombre;Magico;precio;peso;imagen;notas"_s,
         u"loadEquipo"_s,
+        u"elemento de equipo"_s,
+        u"elementos de equipo"_s,
         false,
         {left(u"nombre"_s, u"Nombre"_s, 2100), left(u"magico"_s, u"Magico"_s, 700),
          right(u"precio"_s, u"Precio"_s, 700), right(u"peso"_s, u"Peso"_s, 700),
@@ -85,6 +96,8 @@ const CatalogueKind& conjurosKind()
         u"#Nombre;Conjurador;Nivel;Magiasalvaje;Reversible;Escuela;Esfera;Alcance;"
         "Componentes;Duracion;TLanzamiento;Area;TS;origen;Materiales;Imagen;Notas"_s,
         u"loadConjuros"_s,
+        u"conjuro"_s,
+        u"conjuros"_s,
         true,
         {left(u"nombre"_s, u"Nombre"_s, 2100), left(u"tipo"_s, u"Tipo"_s, 1050),
          left(u"nivel"_s, u"Nivel"_s, 350), left(u"magiasalvaje"_s, u"M. Salv."_s, 700),

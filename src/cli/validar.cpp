@@ -38,7 +38,7 @@ public:
              {&armasKind(), &armadurasKind(), &equipoKind(), &conjurosKind()}) {
             file(inIni(kind->file), [&] {
                 Catalogue catalogue(*kind);
-                loadCatalogue(catalogue, report_);
+                loadCatalogue(catalogue, report_, report_);
             });
         }
         QStringList grammars = filesOf(u"gramaticas"_s, u"*.txt"_s);
