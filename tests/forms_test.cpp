@@ -2,14 +2,19 @@
 #include "app/procs_windows.h"
 #include "catalogue/frmProgreso.h"
 #include "platform/forms/application.h"
+#include "platform/forms/list_view.h"
 #include "platform/forms/placement.h"
+#include "platform/forms/text_guard.h"
 #include "platform/forms/twips.h"
 #include "window_test.h"
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmTiles.h"
 
+#include <QClipboard>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QWindow>
@@ -224,4 +229,113 @@ TEST_F(FormTest, TopmostIsSetAndTakenBackInPlace)
     EXPECT_FALSE(Procs::setTopmost(nullptr, true));
     EXPECT_EQ(frmTiles().window().geometry(), place);
     EXPECT_TRUE(frmTiles().isVisible());
+}
+
+namespace {
+
+/// A character that a text box gets at a place, what it makes of it, and where the caret then is.
+struct Entered {
+    QString before;
+    int caret;
+    QString entered;
+    QString after;
+    int caretAfter;
+    QString inNotes{}; ///< where that differs from a box of one line
+};
+
+} // namespace
+
+TEST_F(FormTest, TextBoxesTakeWhatTheFilesHoldAndKeepTheCaretWhereItIs)
+{
+    const std::vector<Entered> cases{
+        {u"abcd"_s, 2, u";"_s, u"ab,cd"_s, 3},
+        {u"abcd"_s, 2, u"x|y;"_s, u"abx/y,cd"_s, 6},
+        {u"abcd"_s, 2, u"Ł→"_s, u"abcd"_s, 2},
+        {u"abcd"_s, 2, u"x🐉y"_s, u"abxycd"_s, 4},
+        {u"abcd"_s, 1, u"1\r\n2\n3"_s, u"a1 2 3bcd"_s, 6, u"a1\n2\n3bcd"_s},
+        {u"abcd"_s, 1, u"\u2028"_s, u"a bcd"_s, 2, u"a\nbcd"_s},
+        {u"abcd"_s, 2, u"\u00B6"_s, u"ab\u00B6cd"_s, 3, u"abcd"_s},
+        {u"ab"_s, 1, u"Pen\u0303o\u0301n"_s, u"aPeñónb"_s, 6},
+        {u"an"_s, 2, u"\u0303"_s, u"añ"_s, 2},
+        {u"eb"_s, 1, u"Ł\u0301"_s, u"éb"_s, 1},
+        {u"ab"_s, 1, u"q\u0301\u212B"_s, u"aqÅb"_s, 3},
+        {u"ab"_s, 1, u"\u00A0\t \u00A0"_s, u"a\u00A0\t \u00A0b"_s, 5},
+        {{}, 0, QString(40'000, u'w'), QString(40'000, u'w'), 40'000}};
+    QWidget window;
+    QLineEdit line(&window);
+    QPlainTextEdit notes(&window);
+    platform::guardText(line);
+    platform::guardText(notes);
+    for (const Entered& c : cases) {
+        SCOPED_TRACE(c.entered.left(10).toStdString());
+        QGuiApplication::clipboard()->setText(c.entered);
+        line.setText(c.before);
+        line.setCursorPosition(c.caret);
+        line.paste();
+        EXPECT_EQ(line.text(), c.after);
+        EXPECT_EQ(line.cursorPosition(), c.caretAfter);
+
+        const QString after = c.inNotes.isEmpty() ? c.after : c.inNotes;
+        notes.setPlainText(c.before);
+        QTextCursor caret = notes.textCursor();
+        caret.setPosition(c.caret);
+        notes.setTextCursor(caret);
+        notes.paste();
+        EXPECT_EQ(platform::textOf(notes), after);
+        EXPECT_EQ(notes.textCursor().position(),
+                  c.caretAfter - static_cast<int>(c.after.size() - after.size()));
+    }
+}
+
+TEST_F(FormTest, ListsShowTheStartOfWhatIsCut)
+{
+    platform::ListItems items;
+    items.setColumns({{u"a"_s, u"Texto"_s, 1200},
+                      {u"b"_s, u"Precio"_s, 700, Qt::AlignRight},
+                      {u"c"_s, u"Componentes"_s, 1400}});
+    const auto add = [&](const QString& text) -> platform::ListItem& {
+        platform::ListItem& item = items.add(text, text);
+        item.setSubItem(u"b"_s, text);
+        return item;
+    };
+    add(u"Personal o de toque"_s);
+    add(u"Personal y duradero"_s);
+    add(u"1200000000 piezas 1"_s);
+    add(u"1200000000 piezas 2"_s);
+    add(u"3400000000 piezas 1"_s);
+    const platform::ImageList none;
+    platform::ListView list;
+    list.setItems(items, none);
+    list.resize(400, 200);
+    list.show();
+    const auto cell = [&](int row, int column) {
+        return list.viewport()->grab(list.visualRect(items.index(row, column))).toImage();
+    };
+    for (const int column : {0, 1})
+        EXPECT_EQ(cell(0, column), cell(1, column)) << "cut to its start";
+    EXPECT_NE(cell(2, 1), cell(3, 1)) << "a number keeps its end";
+    EXPECT_NE(cell(2, 1), cell(4, 1)) << "and its start";
+
+    // The arrow of a sorted column covers none of its header's text.
+    QHeaderView& header = *list.header();
+    for (const int column : {0, 1, 2}) {
+        const QRect place(header.sectionViewportPosition(column), 0, header.sectionSize(column),
+                          header.height());
+        header.setSortIndicatorShown(false);
+        const QImage plain = header.viewport()->grab(place).toImage();
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, place.center());
+        QTest::mouseMove(list.viewport(), QPoint(5, 150));
+        const QImage sorted = header.viewport()->grab(place).toImage();
+        int arrow = 0;
+        const auto ink = [](const QImage& image, int x, int y) {
+            return qGray(image.pixel(x, y)) < 128;
+        };
+        for (int y = 3; y < plain.height() - 3; ++y) {
+            for (int x = 2; x < plain.width() - 2; ++x) {
+                EXPECT_TRUE(!ink(plain, x, y) || ink(sorted, x, y)) << x << ',' << y;
+                arrow += ink(sorted, x, y) && !ink(plain, x, y);
+            }
+        }
+        EXPECT_GT(arrow, 10);
+    }
 }

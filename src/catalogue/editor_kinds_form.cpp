@@ -39,6 +39,7 @@ const EditorKind& armasEditor()
 {
     static const EditorKind kind{
         .catalogue = []() -> Catalogue& { return frmPrinc().armas; },
+        .list = []() -> platform::ListView& { return *frmPrinc().ui().lvArmas; },
         .itemWord = u"arma"_s,
         .owner = u"Formulario frmArmas"_s,
         .pictureFolder = u"ini\\pics\\armas"_s,
@@ -54,6 +55,7 @@ const EditorKind& armadurasEditor()
 {
     static const EditorKind kind{
         .catalogue = []() -> Catalogue& { return frmPrinc().armaduras; },
+        .list = []() -> platform::ListView& { return *frmPrinc().ui().lvArmaduras; },
         .itemWord = u"armadura"_s,
         .owner = u"Formulario frmArmaduras"_s,
         .pictureFolder = u"ini\\pics\\armaduras"_s,
@@ -69,13 +71,15 @@ const EditorKind& armadurasEditor()
 
 const EditorKind& equipoEditor()
 {
-    static const EditorKind kind{.catalogue = []() -> Catalogue& { return frmPrinc().equipo; },
-                                 .itemWord = u"equipo"_s,
-                                 .owner = u"Formulario frmEquipos"_s,
-                                 .pictureFolder = u"ini\\pics\\equipo"_s,
-                                 .pictureControl = u"imgEquipo"_s,
-                                 .nameSelectsAll = false,
-                                 .fields = thing({check(u"magico"_s, u"chkMagico"_s)})};
+    static const EditorKind kind{
+        .catalogue = []() -> Catalogue& { return frmPrinc().equipo; },
+        .list = []() -> platform::ListView& { return *frmPrinc().ui().lvEquipo; },
+        .itemWord = u"equipo"_s,
+        .owner = u"Formulario frmEquipos"_s,
+        .pictureFolder = u"ini\\pics\\equipo"_s,
+        .pictureControl = u"imgEquipo"_s,
+        .nameSelectsAll = false,
+        .fields = thing({check(u"magico"_s, u"chkMagico"_s)})};
     return kind;
 }
 
@@ -83,6 +87,7 @@ const EditorKind& conjurosEditor()
 {
     static const EditorKind kind{
         .catalogue = []() -> Catalogue& { return frmPrinc().conjuros; },
+        .list = []() -> platform::ListView& { return *frmPrinc().ui().lvConjuros; },
         .itemWord = u"conjuro"_s,
         .owner = u"Formulario frmConjuros"_s,
         .pictureFolder = u"ini\\pics\\conjuros"_s,

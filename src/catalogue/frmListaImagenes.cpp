@@ -1,5 +1,6 @@
 #include "catalogue/frmListaImagenes.h"
 
+#include "catalogue/editor_boxes_form.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/error.h"
 #include "platform/core/text_codec.h"
@@ -27,7 +28,7 @@ void FrmListaImagenes::Form_Load()
 {
     ui().lvListaImagenes->setItems(images_, imgImagenes_);
     QObject::connect(ui().lvListaImagenes, &platform::IconView::dblClick, &window(),
-                     [this] { lvListaImagenes_DblClick(); });
+                     [this] { platform::runCommand([this] { lvListaImagenes_DblClick(); }); });
 }
 
 void FrmListaImagenes::listImages()
@@ -37,7 +38,7 @@ void FrmListaImagenes::listImages()
     const platform::WaitCursor wait;
     const QDir folder(platform::inAppFolder(camino));
     platform::ListItems listed;
-    imgImagenes_ = {};
+    imgImagenes_ = platform::ImageList(platform::largeIconSize);
     QStringList skipped;
     for (const QString& name :
          folder.entryList({mascara}, QDir::Files, QDir::Name | QDir::IgnoreCase)) {
@@ -46,7 +47,8 @@ void FrmListaImagenes::listImages()
             continue;
         }
         try {
-            const QImage picture = platform::loadPicture(folder.filePath(name));
+            const QImage picture =
+                platform::loadPicture(folder.filePath(name), imgImagenes_.largest());
             listed.add(name, name).setIcon(imgImagenes_.add(name, picture));
         } catch (const platform::Error&) {
             skipped.append(name);
@@ -56,6 +58,24 @@ void FrmListaImagenes::listImages()
     tellSkipped(skipped);
     ui().lvListaImagenes->scrollToTop();
     ui().lvListaImagenes->setFocus();
+    selectCurrent();
+}
+
+QString FrmListaImagenes::pathOf(const platform::ListItem& picture) const
+{
+    return camino + u'\\' + picture.text();
+}
+
+/// Selects the picture whose path the text box holds.
+void FrmListaImagenes::selectCurrent()
+{
+    if (!controlDestino)
+        return;
+    const QString current = controlDestino->text().replace(u'/', u'\\');
+    for (int i = 0; i < images_.count(); ++i) {
+        if (pathOf(images_.at(i)).compare(current, Qt::CaseInsensitive) == 0)
+            ui().lvListaImagenes->select(images_.at(i));
+    }
 }
 
 void FrmListaImagenes::tellSkipped(const QStringList& names)
@@ -74,14 +94,22 @@ void FrmListaImagenes::lvListaImagenes_DblClick()
 {
     const platform::ListItem* const chosen = ui().lvListaImagenes->selectedItem();
     if (chosen && controlDestino)
-        controlDestino->setText(camino + u'\\' + chosen->text());
+        controlDestino->setText(pathOf(*chosen));
     hide();
 }
 
 bool FrmListaImagenes::Form_KeyDown(const QKeyEvent& event)
 {
-    if (event.key() != Qt::Key_Escape || (event.modifiers() & ~Qt::KeypadModifier))
+    if (hasModifiers(event))
         return false;
-    hide();
+    if (event.key() == Qt::Key_Escape) {
+        hide();
+        return true;
+    }
+    if (!isEnter(event))
+        return false;
+    // Not of a key that may have opened the window.
+    if (!event.isAutoRepeat() && ui().lvListaImagenes->selectedItem())
+        platform::runCommand([this] { lvListaImagenes_DblClick(); });
     return true;
 }

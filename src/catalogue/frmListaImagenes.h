@@ -8,8 +8,8 @@
 #include <QLineEdit>
 #include <QPointer>
 
-/// Lets the user choose a picture of a folder by a double click, which writes its path into a text
-/// box. Callers set the variables, call listImages and show the window.
+/// Lets the user choose a picture of a folder by a double click or Enter, which writes its path
+/// into a text box. Callers set the variables, call listImages and show the window.
 class FrmListaImagenes final : public platform::Form<Ui::FrmListaImagenes>
 {
 public:
@@ -17,8 +17,8 @@ public:
     QString mascara;                    ///< the pattern of the files: "*.gif"
     QPointer<QLineEdit> controlDestino; ///< receives the path
 
-    /// Lists the folder's pictures. Files that can't be read are left out and named in the window's
-    /// status line.
+    /// Lists the folder's pictures and selects the one that the text box names. Files that can't be
+    /// read are left out and named in the window's status line.
     void listImages();
 
 protected:
@@ -28,6 +28,8 @@ protected:
 private:
     void lvListaImagenes_DblClick();
     void tellSkipped(const QStringList& names);
+    void selectCurrent();
+    QString pathOf(const platform::ListItem& picture) const;
 
     platform::ListItems images_;
     platform::ImageList imgImagenes_;

@@ -22,6 +22,13 @@ void showPicture(QToolButton& button, const QString& name)
     button.setIcon(platform::pixelIcon({QImage(u":/pictures/%1.gif"_s.arg(name))}));
 }
 
+/// What runs an action as a command of the user.
+template <typename Action>
+auto command(Action action)
+{
+    return [action] { platform::runCommand(action); };
+}
+
 /// Opens the list's selected item in a further window of its editor, if there is one.
 template <typename Editor>
 void openSelected(platform::ListView& list)
@@ -48,12 +55,13 @@ void FrmPrinc::setUp(Catalogue& catalogue, const Page& page, Editor& (*shared)()
     platform::ListView& list = *page.list;
     list.setItems(catalogue.items, catalogue.pictures);
     list.setDragEnabled(true); // nothing takes what is dropped: the drag is only seen
-    const auto open = [&list] { openSelected<Editor>(list); };
-    const auto remove = [this, &catalogue, &list] { deleteSelected(catalogue, list); };
-    QObject::connect(&list, &QAbstractItemView::doubleClicked, &window(), open);
+    const auto open = command([&list] { openSelected<Editor>(list); });
+    const auto remove = command([this, &catalogue, &list] { deleteSelected(catalogue, list); });
+    QObject::connect(&list, &platform::ListView::dblClick, &window(), open);
     const auto onKey = [&](Qt::Key key, const auto& action) {
-        QObject::connect(new QShortcut(key, &list, nullptr, nullptr, Qt::WidgetShortcut),
-                         &QShortcut::activated, &window(), action);
+        auto* const shortcut = new QShortcut(key, &list, nullptr, nullptr, Qt::WidgetShortcut);
+        shortcut->setAutoRepeat(false); // a key held down acts once
+        QObject::connect(shortcut, &QShortcut::activated, &window(), action);
     };
     onKey(Qt::Key_Return, open);
     onKey(Qt::Key_Enter, open);
@@ -63,7 +71,7 @@ void FrmPrinc::setUp(Catalogue& catalogue, const Page& page, Editor& (*shared)()
     showPicture(*page.deleteItem, u"elemento_borrar"_s);
     showPicture(*page.save, u"guardar"_s);
     QObject::connect(page.newItem, &QToolButton::clicked, &window(),
-                     [shared] { shared().createItem(); });
+                     command([shared] { shared().createItem(); }));
     QObject::connect(page.deleteItem, &QToolButton::clicked, &window(), remove);
     QObject::connect(page.save, &QToolButton::clicked, &window(),
                      [this, &catalogue] { save(catalogue); });
@@ -86,8 +94,10 @@ void FrmPrinc::Form_Load()
     setUp(equipo, {c.lvEquipo, c.cmdNewEquipo, c.cmdDeleteEquipo, c.cmdGuardarEquipo}, &frmEquipo);
     setUp(conjuros, {c.lvConjuros, c.cmdNewConjuro, c.cmdDeleteConjuro, c.cmdGuardarConjuros},
           &frmConjuros);
-    QObject::connect(c.cmdDungeon, &QPushButton::clicked, &window(), [] { frmMapaLocal().show(); });
-    QObject::connect(c.cmdMapa, &QPushButton::clicked, &window(), [] { frmMapa().show(); });
+    QObject::connect(c.cmdDungeon, &QPushButton::clicked, &window(),
+                     command([] { frmMapaLocal().show(); }));
+    QObject::connect(c.cmdMapa, &QPushButton::clicked, &window(),
+                     command([] { frmMapa().show(); }));
 }
 
 void FrmPrinc::Form_Unload()
@@ -123,11 +133,12 @@ void FrmPrinc::save(Catalogue& catalogue)
 {
     platform::runCommand([&] {
         const platform::WaitCursor wait;
-        if (catalogue.items.isEmpty()) {
-            saveCatalogue(catalogue);
-            return;
-        }
-        const FrmProgreso::Run progress(catalogue.items.count());
-        saveCatalogue(catalogue, [&] { frmProgreso().advance(); });
+        std::optional<FrmProgreso::Run> progress;
+        if (!catalogue.items.isEmpty())
+            progress.emplace(catalogue.items.count());
+        ui().lblEstado->clear();
+        const SavedCatalogue saved = saveCatalogue(catalogue, [] { frmProgreso().advance(); });
+        ui().lblEstado->setText(u"Guardado: "_s + catalogue.kind.counted(saved.records));
+        ui().avisos->tell(saved.notices);
     });
 }

@@ -1,6 +1,7 @@
 #include "catalogue/item_editor_form.h"
 
 #include "app/procs_windows.h"
+#include "catalogue/editor_boxes_form.h"
 #include "catalogue/frmListaImagenes.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/error.h"
@@ -15,7 +16,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QTimer>
+#include <QSignalBlocker>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -45,74 +46,6 @@ const QString& yes()
     return text;
 }
 
-bool isEnter(const QKeyEvent& event)
-{
-    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-}
-
-Qt::KeyboardModifiers realModifiers(const QKeyEvent& event)
-{
-    return event.modifiers() & ~Qt::KeypadModifier;
-}
-
-/// Selects a box's whole text whenever it gets the focus.
-class SelectAll final : public QObject
-{
-public:
-    explicit SelectAll(QLineEdit& box) : QObject(&box), box_(&box) { box.installEventFilter(this); }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() == QEvent::FocusIn)
-            selectFor(static_cast<QFocusEvent*>(event)->reason());
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    void selectFor(Qt::FocusReason reason)
-    {
-        // Coming back from another window must not put what was typed at risk.
-        const bool returned = reason == Qt::ActiveWindowFocusReason ||
-                              reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
-        if (returned && box_->isModified())
-            return;
-        box_->selectAll();
-        if (reason == Qt::MouseFocusReason) // the click that follows would take the selection away
-            QTimer::singleShot(0, box_, &QLineEdit::selectAll);
-    }
-
-    QLineEdit* box_;
-};
-
-/// Lets Enter in the notes go to the window, which saves; Ctrl+Enter begins a new line instead.
-class NotesKeys final : public QObject
-{
-public:
-    explicit NotesKeys(QPlainTextEdit& box) : QObject(&box), box_(&box)
-    {
-        box.installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() != QEvent::KeyPress || !isEnter(*static_cast<QKeyEvent*>(event)))
-            return QObject::eventFilter(watched, event);
-        const Qt::KeyboardModifiers modifiers = realModifiers(*static_cast<QKeyEvent*>(event));
-        if (modifiers == Qt::ControlModifier) {
-            box_->insertPlainText(u"\n"_s);
-            return true;
-        }
-        if (modifiers == Qt::NoModifier) {
-            QCoreApplication::sendEvent(box_->window(), event);
-            return true;
-        }
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    QPlainTextEdit* box_;
-};
-
 } // namespace
 
 template <typename Control>
@@ -135,28 +68,30 @@ void ItemEditor::attach(QWidget& window, platform::FormBase& form, const EditorK
     platform::guardText(name, platform::fieldSeparators);
     QObject::connect(&name, &QLineEdit::textChanged, &window,
                      [this](const QString& text) { nameChanged(text); });
-    if (kind.nameSelectsAll)
-        new SelectAll(name);
+    selectOnFocus(name, kind.nameSelectsAll);
     for (const EditorField& field : kind.fields) {
         if (auto* const line = window.findChild<QLineEdit*>(field.control)) {
             platform::guardText(*line, platform::fieldSeparators);
-            if (field.selectsAll)
-                new SelectAll(*line);
+            selectOnFocus(*line, field.selectsAll);
         } else if (auto* const text = window.findChild<QPlainTextEdit*>(field.control)) {
             platform::guardText(*text, platform::fieldSeparators);
-            new NotesKeys(*text);
+            saveOnEnter(*text);
         }
     }
     QObject::connect(&control<QLineEdit>(imageControl()), &QLineEdit::textChanged, &window,
                      [this] { showPicture(); });
 
-    auto& search = control<QToolButton>(u"cmdBuscarImagenes"_s);
-    search.setIcon(platform::pixelIcon({QImage(u":/pictures/buscar_imagen.gif"_s)}));
-    QObject::connect(&search, &QToolButton::clicked, &window,
-                     [this] { platform::runCommand([this] { cmdBuscarImagenes_Click(); }); });
-    auto& save = control<QToolButton>(u"cmdGuardar"_s);
-    save.setIcon(platform::pixelIcon({QImage(u":/pictures/guardar.gif"_s)}));
-    QObject::connect(&save, &QToolButton::clicked, &window, [this] { cmdGuardar_Click(); });
+    const auto onClick = [&](const QString& button, const QString& picture,
+                             void (ItemEditor::*action)()) {
+        auto& tool = control<QToolButton>(button);
+        tool.setIcon(platform::pixelIcon({QImage(u":/pictures/%1.gif"_s.arg(picture))}));
+        QObject::connect(&tool, &QToolButton::clicked, &window, [this, action] {
+            platform::runCommand([this, action] { (this->*action)(); });
+        });
+    };
+    onClick(u"cmdBuscarImagenes"_s, u"buscar_imagen"_s, &ItemEditor::cmdBuscarImagenes_Click);
+    onClick(u"cmdSinImagen"_s, u"sin_imagen"_s, &ItemEditor::cmdSinImagen_Click);
+    onClick(u"cmdGuardar"_s, u"guardar"_s, &ItemEditor::cmdGuardar_Click);
 }
 
 /// The name is the window's caption. One that begins with the mark of comments would be lost with
@@ -172,22 +107,40 @@ void ItemEditor::nameChanged(const QString& text)
     window_->setWindowTitle(text);
 }
 
-void ItemEditor::fill(const ListItem& item, const QImage& picture)
+void ItemEditor::fill(const ListItem& item)
 {
-    control<QLineEdit>(nameControl()).setText(item.text());
+    const auto show = [](QLineEdit& box, const QString& text) {
+        box.setText(text);
+        box.setCursorPosition(0); // a long text shows its start
+    };
+    show(control<QLineEdit>(nameControl()), item.text());
     window_->setWindowTitle(item.text());
+    // The picture of the list is shown below, not that of the path, which may be another by now.
+    const QSignalBlocker quiet(item.icon() > 0 ? &control<QLineEdit>(imageControl()) : nullptr);
     for (const EditorField& field : kind_->fields) {
         // A load that was stopped may have left fields out.
         const QString value = item.hasSubItem(field.key) ? item.subItem(field.key) : QString();
         if (auto* const box = window_->findChild<QCheckBox*>(field.control))
             box->setChecked(value == yes());
         else if (auto* const line = window_->findChild<QLineEdit*>(field.control))
-            line->setText(value);
+            show(*line, value);
         else
             control<QPlainTextEdit>(field.control).setPlainText(value);
     }
-    if (!picture.isNull())
-        control<platform::ImageBox>(kind_->pictureControl).setPicture(picture);
+    if (item.icon() > 0)
+        showListPicture(item.icon());
+}
+
+/// Shows a picture of the catalogue's list: its file again or, where that is gone, the icon.
+void ItemEditor::showListPicture(int position)
+{
+    const platform::ImageList& pictures = kind_->catalogue().pictures;
+    auto& preview = control<platform::PreviewBox>(kind_->pictureControl);
+    try {
+        preview.load(pictures.pathAt(position));
+    } catch (const Error&) {
+        preview.setPicture(pictures.at(position));
+    }
 }
 
 QString ItemEditor::valueOf(const EditorField& field) const
@@ -196,7 +149,7 @@ QString ItemEditor::valueOf(const EditorField& field) const
         return box->isChecked() ? yes() : u"No"_s;
     if (const auto* const line = window_->findChild<QLineEdit*>(field.control))
         return line->text();
-    return control<QPlainTextEdit>(field.control).toPlainText();
+    return platform::textOf(control<QPlainTextEdit>(field.control));
 }
 
 void ItemEditor::writeFields(ListItem& item) const
@@ -247,12 +200,15 @@ void ItemEditor::addItem()
     checkRoom(catalogue);
     const QString key = itemKey();
     ListItem& item = catalogue.items.add(key, control<QLineEdit>(nameControl()).text());
-    if (const QString image = control<QLineEdit>(imageControl()).text(); !image.isEmpty())
+    if (const QString image = control<QLineEdit>(imageControl()).text(); !image.isEmpty()) {
+        const QString path = platform::inAppFolder(image);
+        const QImage picture = platform::loadPicture(path, catalogue.pictures.largest());
         // The picture of an item that was deleted may still have the key.
-        item.setIcon(
-            catalogue.pictures.append(key, platform::loadPicture(platform::inAppFolder(image))));
+        item.setIcon(catalogue.pictures.append(key, picture, path));
+    }
     writeFields(item);
     catalogue.items.sortAgain();
+    kind_->list().select(item);
 }
 
 void ItemEditor::changeItem()
@@ -279,12 +235,17 @@ void ItemEditor::cmdBuscarImagenes_Click()
     picker.show();
 }
 
+void ItemEditor::cmdSinImagen_Click()
+{
+    control<QLineEdit>(imageControl()).clear();
+    control<platform::PreviewBox>(kind_->pictureControl).setPicture({});
+}
+
 void ItemEditor::showPicture()
 {
     try {
         const QString image = control<QLineEdit>(imageControl()).text();
-        control<platform::ImageBox>(kind_->pictureControl)
-            .setPicture(platform::loadPicture(platform::inAppFolder(image)));
+        control<platform::PreviewBox>(kind_->pictureControl).load(platform::inAppFolder(image));
     } catch (const Error&) {
         // The picture that was there stays.
     }
@@ -292,15 +253,13 @@ void ItemEditor::showPicture()
 
 bool editorKeyDown(const QKeyEvent& event, platform::FormBase& form, ItemEditor& editor)
 {
-    if (realModifiers(event) != Qt::NoModifier)
+    if (hasModifiers(event) || (event.key() != Qt::Key_Escape && !isEnter(event)))
         return false;
-    if (event.key() == Qt::Key_Escape) {
+    if (event.isAutoRepeat()) // of a key that may have opened the window
+        return true;
+    if (isEnter(event))
+        platform::runCommand([&] { editor.cmdGuardar_Click(); });
+    else
         form.hide();
-        return true;
-    }
-    if (isEnter(event)) {
-        editor.cmdGuardar_Click();
-        return true;
-    }
-    return false;
+    return true;
 }

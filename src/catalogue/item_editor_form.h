@@ -2,8 +2,8 @@
 
 #include "catalogue/catalogue_file.h"
 #include "platform/forms/form.h"
+#include "platform/forms/list_view.h"
 
-#include <QImage>
 #include <QPointer>
 #include <functional>
 #include <vector>
@@ -20,11 +20,12 @@ struct EditorField {
 
 /// What tells the four editors apart, beside their designs.
 struct EditorKind {
-    Catalogue& (*catalogue)(); ///< the catalogue that the editor writes into
-    QString itemWord;          ///< in messages: "arma"
-    QString owner;             ///< in error reports: "Formulario frmArmas"
-    QString pictureFolder;     ///< below AppFolder, as paths of pictures begin
-    QString pictureControl;    ///< shows the item's picture
+    Catalogue& (*catalogue)();     ///< the catalogue that the editor writes into
+    platform::ListView& (*list)(); ///< shows it
+    QString itemWord;              ///< in messages: "arma"
+    QString owner;                 ///< in error reports: "Formulario frmArmas"
+    QString pictureFolder;         ///< below AppFolder, as paths of pictures begin
+    QString pictureControl;        ///< shows the item's picture
     bool nameSelectsAll;
     std::vector<EditorField> fields; ///< all but the name, in file order
 };
@@ -39,7 +40,7 @@ public:
     void attach(QWidget& window, platform::FormBase& form, const EditorKind& kind,
                 const QString& editedKey);
     /// Copies an item into the fields.
-    void fill(const platform::ListItem& item, const QImage& picture);
+    void fill(const platform::ListItem& item);
     void cmdGuardar_Click();
 
 private:
@@ -50,7 +51,9 @@ private:
     QString valueOf(const EditorField& field) const;
     QString itemKey() const;
     void cmdBuscarImagenes_Click();
+    void cmdSinImagen_Click();
     void showPicture();
+    void showListPicture(int position);
     void nameChanged(const QString& text);
 
     template <typename Control>
@@ -83,7 +86,7 @@ public:
     {
         editedKey_ = item.key();
         this->window(); // loads it
-        editor_.fill(item, kind_.catalogue().pictures.at(item.icon()));
+        editor_.fill(item);
         this->show();
     }
 
