@@ -2,6 +2,7 @@
 // scans its lists and against the A* of the Boost Graph Library on a graph that is there already.
 #include "ratios.h"
 #include "tests/plain_versions.h"
+#include "worldmap/hex_geometry.h"
 
 #include <array>
 #include <benchmark/benchmark.h>

@@ -30,12 +30,15 @@ struct Scene {
         map.mapaPines = platform::Grid<QString>(side, side);
         // Every tile in no order is the worst case; one cell in a hundred has a place.
         std::mt19937 engine(1);
+        const auto anyOf = [&](const Palette& palette) {
+            const auto count = static_cast<unsigned>(palette.items.count());
+            return palette.items.at(static_cast<int>(engine() % count)).key();
+        };
         for (QString& tile : map.mapaTiles)
-            tile = tiles.items.at(static_cast<int>(engine() % tiles.items.count())).key();
+            tile = anyOf(tiles);
         for (QString& place : map.mapaPines) {
             if (engine() % 100 == 0)
-                place = pins.items.at(static_cast<int>(engine() % pins.items.count())).key() +
-                        u";Lugar;notas"_s;
+                place = anyOf(pins) + u";Lugar;notas"_s;
         }
         canvas.crearBuffer(side, side);
     }

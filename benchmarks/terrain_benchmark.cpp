@@ -1,5 +1,5 @@
 // The terrain of a random world of 150 × 150 cells, against drawing as many random numbers and
-// doing nothing with them.
+// doing nothing with them; and terrains of as many cells in other shapes against the square one.
 #include "app/procs.h"
 #include "generation/world_generator.h"
 #include "platform/core/random_source.h"
@@ -23,14 +23,29 @@ int drawsFor(int rows, int columns)
            drawsFor(rows - up, columns - left);
 }
 
-void GenerateTerrain(benchmark::State& state)
+void generate(benchmark::State& state, int alto, int ancho)
 {
     platform::randomSource().seed(1);
     WorldMap map;
-    map.ancho = side;
-    map.alto = side;
+    map.ancho = ancho;
+    map.alto = alto;
     for ([[maybe_unused]] const auto iteration : state)
         generarTerreno(map);
+}
+
+void GenerateTerrain(benchmark::State& state)
+{
+    generate(state, side, side);
+}
+
+void GenerateWideTerrain(benchmark::State& state)
+{
+    generate(state, side / 2, 2 * side);
+}
+
+void GenerateTerrainOfOneRow(benchmark::State& state)
+{
+    generate(state, 1, side * side);
 }
 
 void DrawAsManyNumbers(benchmark::State& state)
@@ -46,8 +61,13 @@ void DrawAsManyNumbers(benchmark::State& state)
 }
 
 BENCHMARK(GenerateTerrain)->Unit(benchmark::kMillisecond)->Repetitions(9);
+BENCHMARK(GenerateWideTerrain)->Unit(benchmark::kMillisecond)->Repetitions(9);
+BENCHMARK(GenerateTerrainOfOneRow)->Unit(benchmark::kMillisecond)->Repetitions(9);
 BENCHMARK(DrawAsManyNumbers)->Unit(benchmark::kMillisecond)->Repetitions(9);
 
-[[maybe_unused]] const bool ratioAdded = addRatio({"GenerateTerrain", "DrawAsManyNumbers", 4});
+[[maybe_unused]] const bool ratiosAdded =
+    addRatio({"GenerateTerrain", "DrawAsManyNumbers", 4}) &&
+    addRatio({"GenerateWideTerrain", "GenerateTerrain", 2}) &&
+    addRatio({"GenerateTerrainOfOneRow", "GenerateTerrain", 2});
 
 } // namespace

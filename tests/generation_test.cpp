@@ -187,6 +187,16 @@ TEST(Terrain, TakesAsLongPerCellInAnyShape)
     }
 }
 
+TEST(Terrain, IsDrawnFromTheStandardSequence)
+{
+    for (const std::uint64_t seed : {0ull, 1ull, 77ull, 0xFFFFFFFFFFFFFFFFull}) {
+        std::mt19937_64 standard(seed);
+        platform::MersenneTwister ours(seed);
+        for (int i = 0; i < 2000; ++i)
+            ASSERT_EQ(ours.next(), standard()) << seed << ", " << i;
+    }
+}
+
 TEST(Terrain, BandsBeginWhereTheyShould)
 {
     const auto expectBand = [](int from, int to, const QString& tile) {

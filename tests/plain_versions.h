@@ -7,7 +7,7 @@
 
 #include <QStringList>
 #include <cmath>
-#include <list>
+#include <vector>
 
 /// PathFinding::FindPath over the tiles' costs, with lists that are looked through from their
 /// beginnings.
@@ -19,7 +19,7 @@ inline QString findPathScanning(const platform::Grid<int>& costs, QPoint start, 
         int g;
         int h;
     };
-    const auto nodeAt = [](std::list<Node>& nodes, QPoint cell) -> Node* {
+    const auto nodeAt = [](std::vector<Node>& nodes, QPoint cell) -> Node* {
         for (Node& node : nodes) {
             if (node.cell == cell)
                 return &node;
@@ -31,8 +31,8 @@ inline QString findPathScanning(const platform::Grid<int>& costs, QPoint start, 
         return static_cast<int>(std::floor(std::hypot(rest.x(), rest.y())));
     };
     constexpr QPoint none(-1, -1);
-    std::list<Node> open{{start, none, 0, estimate(start)}};
-    std::list<Node> closed;
+    std::vector<Node> open{{start, none, 0, estimate(start)}};
+    std::vector<Node> closed;
     do {
         auto best = open.end();
         int lowest = 100'000;
@@ -44,8 +44,9 @@ inline QString findPathScanning(const platform::Grid<int>& costs, QPoint start, 
         }
         if (best == open.end())
             return PathFinding::notFound;
-        closed.splice(closed.end(), open, best);
-        const Node& current = closed.back();
+        const Node current = *best;
+        open.erase(best);
+        closed.push_back(current);
         const int shift = current.cell.x() % 2 == 1 ? 1 : -1;
         for (const QPoint offset : {QPoint(-1, shift), QPoint(1, shift), QPoint(-1, 0),
                                     QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)}) {

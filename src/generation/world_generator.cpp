@@ -114,14 +114,9 @@ private:
         const int c = grid_(r1, c0);
         const int d = grid_(r1, c1);
         const int amplitude = amplitudes_[static_cast<std::size_t>(r1 - r0)];
-        // Every offset is drawn, needed or not, so that one seed gives one world.
-        const double top = random_.next();
-        const double bottom = random_.next();
-        const double left = random_.next();
-        const double right = random_.next();
-        const double centre = random_.next();
         // A mean of corners plus an offset, where no neighbouring rectangle has filled the cell.
-        const auto fill = [&](int row, int column, int sum, int corners, double draw) {
+        const auto fill = [&](int row, int column, int sum, int corners) {
+            const double draw = random_.next(); // needed or not, so that one seed gives one world
             std::int16_t& height = grid_(row, column);
             if (height == 0)
                 height = static_cast<std::int16_t>(roundedQuotient(
@@ -129,11 +124,11 @@ private:
         };
         const int rm = (r0 + r1) / 2;
         const int cm = (c0 + c1) / 2;
-        fill(rm, c0, a + c, 2, left);
-        fill(r0, cm, a + b, 2, top);
-        fill(rm, c1, b + d, 2, right);
-        fill(r1, cm, c + d, 2, bottom);
-        fill(rm, cm, a + b + c + d, 4, centre);
+        fill(r0, cm, a + b, 2);
+        fill(r1, cm, c + d, 2);
+        fill(rm, c0, a + c, 2);
+        fill(rm, c1, b + d, 2);
+        fill(rm, cm, a + b + c + d, 4);
     }
 
     HeightGrid& grid_;
