@@ -45,7 +45,7 @@ QString mapPath(const QString& map)
     if (QFileInfo(map).isFile())
         return map;
     const QString suffix = u".map"_s;
-    const QString wanted = map.endsWith(suffix, Qt::CaseInsensitive) ? map : map + suffix;
+    QString wanted = map.endsWith(suffix, Qt::CaseInsensitive) ? map : map + suffix;
     if (QFileInfo(wanted).isFile())
         return wanted;
     const QDir maps(platform::inAppFolder(u"mapas"_s));

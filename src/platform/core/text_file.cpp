@@ -28,10 +28,11 @@ QString missingReason(const QString& path)
 
 Error TextFile::errorAt(std::size_t line, const QString& reason, ErrorNumber number) const
 {
-    QString text = u"%1, línea %2: %3"_s.arg(displayPath(path), QString::number(line + 1), reason);
-    if (!text.endsWith(u'.'))
-        text += u'.';
-    return Error(number, text);
+    QString description =
+        u"%1, línea %2: %3"_s.arg(displayPath(path), QString::number(line + 1), reason);
+    if (!description.endsWith(u'.'))
+        description += u'.';
+    return Error(number, description);
 }
 
 void giveUp(const Error& fault)
