@@ -108,8 +108,7 @@ bool FrmListaImagenes::Form_KeyDown(const QKeyEvent& event)
     }
     if (!isEnter(event))
         return false;
-    // Not of a key that may have opened the window.
-    if (!event.isAutoRepeat() && ui().lvListaImagenes->selectedItem())
+    if (ui().lvListaImagenes->selectedItem())
         platform::runCommand([this] { lvListaImagenes_DblClick(); });
     return true;
 }

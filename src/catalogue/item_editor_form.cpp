@@ -79,7 +79,7 @@ void ItemEditor::attach(QWidget& window, platform::FormBase& form, const EditorK
         }
     }
     QObject::connect(&control<QLineEdit>(imageControl()), &QLineEdit::textChanged, &window,
-                     [this] { showPicture(); });
+                     [this] { platform::runCommand([this] { showPicture(); }); });
 
     const auto onClick = [&](const QString& button, const QString& picture,
                              void (ItemEditor::*action)()) {
@@ -255,8 +255,6 @@ bool editorKeyDown(const QKeyEvent& event, platform::FormBase& form, ItemEditor&
 {
     if (hasModifiers(event) || (event.key() != Qt::Key_Escape && !isEnter(event)))
         return false;
-    if (event.isAutoRepeat()) // of a key that may have opened the window
-        return true;
     if (isEnter(event))
         platform::runCommand([&] { editor.cmdGuardar_Click(); });
     else

@@ -53,7 +53,8 @@ void FormWindow::resizeEvent(QResizeEvent* event)
 
 void FormWindow::keyPressEvent(QKeyEvent* event)
 {
-    if (!form_ || !form_->Form_KeyDown(*event))
+    // A key held down acts once: it may be the one that opened the window.
+    if (event->isAutoRepeat() || !form_ || !form_->Form_KeyDown(*event))
         QWidget::keyPressEvent(event);
 }
 

@@ -74,7 +74,8 @@ protected:
     virtual void Form_Unload() {}
     /// The user closed the window by its box (or the window manager did).
     virtual void closeBox() { unload(); }
-    /// A key that no control used, or one that the window wants; returns whether it was used.
+    /// A key, not one held down, that no control used, or one that the window wants; returns
+    /// whether it was used.
     virtual bool Form_KeyDown(const QKeyEvent& /*event*/) { return false; }
 
 private:

@@ -1,5 +1,6 @@
 #include "platform/forms/list_view.h"
 
+#include "platform/forms/application.h"
 #include "platform/forms/picture_box.h"
 #include "platform/forms/twips.h"
 
@@ -20,6 +21,8 @@ namespace {
 constexpr int narrowestCell = 96;
 constexpr int widestCell = 200;
 constexpr int cellMargin = 4;
+
+constexpr qsizetype longestTip = 2000;
 
 bool beginsWithNumber(const QString& text)
 {
@@ -72,8 +75,9 @@ public:
         const QString text = index.data().toString();
         const bool isCut =
             QStyledItemDelegate::sizeHint(option, index).width() > view->visualRect(index).width();
-        QToolTip::showText(event->globalPos(), isCut ? Qt::convertFromPlainText(text) : QString(),
-                           view);
+        // As markup that stands for plain text, so that it is wrapped.
+        const QString tip = Qt::convertFromPlainText(text.left(longestTip), Qt::WhiteSpaceNormal);
+        QToolTip::showText(event->globalPos(), isCut ? tip : QString(), view);
         return true;
     }
 
@@ -186,7 +190,7 @@ ListView::ListView(QWidget* parent) : QTreeView(parent)
     header()->setStretchLastSection(false);
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
         if (items_)
-            items_->sortByColumn(column);
+            runCommand([&] { items_->sortByColumn(column); });
         header()->setSortIndicator(column, Qt::AscendingOrder);
         header()->setSortIndicatorShown(true);
     });
