@@ -1,4 +1,5 @@
 #include "app/start.h"
+#include "app/workspace.h"
 #include "platform/core/file_replacement.h"
 #include "platform/forms/application.h"
 #include "platform/forms/form.h"
@@ -16,6 +17,7 @@ int main(int argc, char** argv)
     platform::Application::setWindowIcon(platform::pixelIcon(
         {QImage(u":/pictures/programa_16.gif"_s), QImage(u":/pictures/programa_32.gif"_s),
          QImage(u":/pictures/programa.gif"_s)}));
+    const Workspace workspace;
     const platform::FormRegistry forms;
     // From within the event loop, so that the program can end while the About box is up.
     QTimer::singleShot(0, &application, [] { Main(); });

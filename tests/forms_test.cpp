@@ -183,8 +183,8 @@ TEST_F(FormTest, ComesBackOntoTheScreen)
 TEST_F(FormTest, AClickOnAHeaderSortsAscendingEveryTime)
 {
     frmTiles().createColumns();
-    PictureCollection pictures, masks;
-    frmTiles().load(pictures, masks);
+    workspace.loadTiles();
+    frmTiles().selectFirst();
     platform::ListView& list = *frmTiles().ui().lvTiles;
     frmTiles().show();
     EXPECT_EQ(frmTiles().selectedName(), frmTiles().palette.items.at(0).key());

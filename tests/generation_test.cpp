@@ -32,8 +32,7 @@ protected:
     static WorldMap emptyMap(int alto, int ancho)
     {
         WorldMap map;
-        map.alto = alto;
-        map.ancho = ancho;
+        map.mapaTiles = platform::Grid<QString>(alto, ancho);
         return map;
     }
 
@@ -75,9 +74,6 @@ TEST_F(GenerationTest, WorldsKeepTheRulesForEverySizeAndSeed)
         SCOPED_TRACE(testing::Message() << alto << " x " << ancho << ", seed " << seed);
         WorldMap map = emptyMap(alto, ancho);
         map.notasMapa = u"mías"_s;
-        map.accion = SetPlaces;
-        map.currX = 8;
-        map.currY = 9;
         platform::randomSource().seed(static_cast<std::uint64_t>(seed));
         generarMundo(map, pins);
 
@@ -86,28 +82,18 @@ TEST_F(GenerationTest, WorldsKeepTheRulesForEverySizeAndSeed)
         ASSERT_TRUE(std::all_of(map.mapaTiles.begin(), map.mapaTiles.end(),
                                 [&](const QString& tile) { return allowed.contains(tile); }));
         QSet<QString> names;
-        int places = 0;
-        for (int y = 0; y < alto; ++y) {
-            for (int x = 0; x < ancho; ++x) {
-                if (map.mapaPines(y, x).isEmpty())
-                    continue;
-                const Place place = Place::fromStored(map.mapaPines(y, x));
-                ++places;
-                names.insert(place.name);
-                EXPECT_FALSE(map.mapaTiles(y, x).contains(u'M'));
-                EXPECT_TRUE(place.notes.isEmpty() && !place.name.isEmpty());
-                EXPECT_TRUE(pins.items.find(place.pin));
-                EXPECT_TRUE(map.mapaPines(y, x).endsWith(u';'));
-            }
+        for (const auto& [cell, place] : map.mapaPines) {
+            names.insert(place.name);
+            EXPECT_FALSE(map.tileAt(cell).contains(u'M'));
+            EXPECT_TRUE(place.notes.isEmpty() && !place.name.isEmpty());
+            EXPECT_TRUE(pins.items.find(place.pin));
         }
+        const int places = static_cast<int>(map.mapaPines.size());
         EXPECT_EQ(names.size(), places);
         EXPECT_GE(places, 1);
         EXPECT_LE(places, rounded(alto * ancho * 0.001) + 1);
         EXPECT_EQ(map.latNorte, 45);
         EXPECT_EQ(map.latSur, -45);
-        EXPECT_EQ(map.accion, NoEditing);
-        EXPECT_EQ(QPoint(map.currX, map.currY), QPoint());
-        EXPECT_TRUE(map.mapaCambiado);
         EXPECT_EQ(map.notasMapa, u"mías"_s);
         EXPECT_FALSE(map.nombre.isEmpty());
     }
@@ -180,8 +166,7 @@ TEST(Terrain, TakesAsLongPerCellInAnyShape)
                                       {1, 32'767},
                                       {32'767, 1}}) {
         WorldMap map;
-        map.alto = alto;
-        map.ancho = ancho;
+        map.mapaTiles = platform::Grid<QString>(alto, ancho);
         const int most = perCell * alto * ancho + 8;
         ASSERT_LT(drawsOf([&] { generarTerreno(map); }, most), most) << alto << " x " << ancho;
     }
@@ -307,38 +292,32 @@ TEST_F(GenerationTest, SettlementsTakeWhatThePaletteAndGrammarGive)
     own.write(u"gramaticas/Nombres de lugares.txt"_s, "[a]\r\nVega; \r\n");
     WorldMap map = emptyMap(150, 150);
     map.mapaTiles = platform::Grid<QString>(150, 150, u"T1"_s);
-    map.mapaPines = platform::Grid<QString>(150, 150);
     Palette one(pinesKind());
     colocarPoblados(map, one);
-    const auto count = [&] {
-        return std::count_if(map.mapaPines.begin(), map.mapaPines.end(),
-                             [](const QString& place) { return !place.isEmpty(); });
-    };
-    EXPECT_EQ(count(), 0) << "no pins, no settlements";
+    EXPECT_TRUE(map.mapaPines.empty()) << "no pins, no settlements";
     one.items.add(u"Sin imagen"_s, {});
     one.items.add(u"Aldea"_s, {}).setIcon(1);
     platform::randomSource().seed(4);
-    while (count() < 12) {
-        std::fill(map.mapaPines.begin(), map.mapaPines.end(), QString());
+    while (map.mapaPines.size() < 12) {
+        map.mapaPines.clear();
         colocarPoblados(map, one);
     }
     QStringList found;
-    for (const QString& place : map.mapaPines) {
-        if (!place.isEmpty())
-            found.append(place);
+    for (const auto& [cell, place] : map.mapaPines) {
+        EXPECT_EQ(place.pin, u"Aldea"_s);
+        found.append(place.name);
     }
-    EXPECT_TRUE(found.contains(u"Aldea;Vega, ;"_s)) << found.join(u' ').toStdString();
-    EXPECT_TRUE(found.contains(u"Aldea;Vega,  2;"_s)) << "a name that is taken gets a numeral";
+    EXPECT_TRUE(found.contains(u"Vega, "_s)) << found.join(u' ').toStdString();
+    EXPECT_TRUE(found.contains(u"Vega,  2"_s)) << "a name that is taken gets a numeral";
     EXPECT_EQ(QSet<QString>(found.begin(), found.end()).size(), found.size());
     WorldMap sea = emptyMap(400, 400);
     sea.mapaTiles = platform::Grid<QString>(400, 400, u"M2"_s);
-    sea.mapaPines = platform::Grid<QString>(400, 400);
     colocarPoblados(sea, one); // ends, with nowhere to go
-    EXPECT_EQ(sea.mapaPines, platform::Grid<QString>(400, 400));
+    EXPECT_TRUE(sea.mapaPines.empty());
     sea.mapaTiles(123, 321) = u"T1"_s;
     constexpr int most = 12 * 400 * 400;
     EXPECT_LT(drawsOf([&] { colocarPoblados(sea, one); }, most), most) << "looks for it too long";
-    EXPECT_FALSE(sea.mapaPines(123, 321).isEmpty());
+    EXPECT_TRUE(sea.placeAt({321, 123}));
 }
 
 TEST_F(GenerationTest, TheClimateFollowsLatitudeAndTerrain)

@@ -1,6 +1,6 @@
 # Fails when a source file includes what its layer may not see. The layers, from below:
 #   platform/core < platform/gdi < domain files (app, catalogue, worldmap, generation, localmap)
-#   < platform/forms < window files (frm*, *_form, *_windows, app/start) and main.cpp
+#   < app/workspace < platform/forms < window files (frm*, *_form, *_windows, app/start) and main.cpp
 # QT_GUI and QT_WIDGETS are the folders of those modules' headers.
 cmake_minimum_required(VERSION 3.25)
 
@@ -31,9 +31,12 @@ foreach(file IN LISTS files)
         set(forbidden "\"platform/forms/" "${windows}")
     elseif(name MATCHES "^(frm.*|.*_form|.*_windows|start|main)$")
         set(forbiddenQt "")
+    elseif(file MATCHES "^app/workspace\\.")
+        # It holds what all subsystems load; only windows and the command line see it.
+        list(APPEND forbidden "\"platform/forms/" "${windows}")
     else()
         # A domain file: its own subsystem and those below it, no window.
-        list(APPEND forbidden "\"platform/forms/" "${windows}")
+        list(APPEND forbidden "\"platform/forms/" "${windows}" "\"app/workspace")
         string(REGEX MATCH "^[a-z]+" subsystem "${file}")
         list(FIND subsystems "${subsystem}" own)
         if(own LESS 0)

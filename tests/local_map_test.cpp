@@ -255,12 +255,13 @@ TEST(LocalMap, OneSeedGivesOneMap)
 TEST(LocalMap, GrassShowsThroughMasksAndWhereTilesAreMissing)
 {
     const platform::ScopedAppFolder app(shippedDataFolder());
-    LocalCanvas canvas;
+    LocalPictures pictures;
+    LocalCanvas canvas(pictures);
     Palette palette(tilesLocalesKind());
-    loadDefinitions(palette, canvas.colTilesLocales, canvas.colMascarasLocales);
+    loadDefinitions(palette, pictures.colTilesLocales, pictures.colMascarasLocales);
     for (const QString& name : localTileNames()) {
-        ASSERT_TRUE(canvas.colTilesLocales.contains(name)) << name.toStdString();
-        EXPECT_EQ(canvas.colTilesLocales.value(name)->image().size(), QSize(32, 32));
+        ASSERT_TRUE(pictures.colTilesLocales.contains(name)) << name.toStdString();
+        EXPECT_EQ(pictures.colTilesLocales.value(name)->image().size(), QSize(32, 32));
     }
     LocalMap map;
     platform::randomSource().seed(8);
@@ -274,13 +275,13 @@ TEST(LocalMap, GrassShowsThroughMasksAndWhereTilesAreMissing)
     for (int y = 0; y < side; ++y) {
         for (int x = 0; x < side; ++x)
             plain.BitBlt(32 * x, 32 * y, 32, 32,
-                         *canvas.colTilesLocales.value(u"p%1"_s.arg(Procs::RandomInRange(1, 5))), 0,
-                         0, platform::RasterOp::SRCCOPY);
+                         *pictures.colTilesLocales.value(u"p%1"_s.arg(Procs::RandomInRange(1, 5))),
+                         0, 0, platform::RasterOp::SRCCOPY);
     }
     for (int y = 0; y < side; ++y) {
         for (int x = 0; x < side; ++x) {
-            const auto picture = canvas.colTilesLocales.value(map.mapaLocal(y, x));
-            const auto mask = canvas.colMascarasLocales.value(map.mapaLocal(y, x));
+            const auto picture = pictures.colTilesLocales.value(map.mapaLocal(y, x));
+            const auto mask = pictures.colMascarasLocales.value(map.mapaLocal(y, x));
             if (mask)
                 plain.BitBlt(32 * x, 32 * y, 32, 32, *mask, 0, 0, platform::RasterOp::SRCAND);
             plain.BitBlt(32 * x, 32 * y, 32, 32, *picture, 0, 0,
@@ -289,14 +290,14 @@ TEST(LocalMap, GrassShowsThroughMasksAndWhereTilesAreMissing)
     }
     EXPECT_EQ(canvas.hdcBuffer.image(), plain.image());
 
-    canvas.colTilesLocales.remove(u"i1"_s);
-    canvas.colTilesLocales.remove(u"a4"_s);
+    pictures.colTilesLocales.remove(u"i1"_s);
+    pictures.colTilesLocales.remove(u"a4"_s);
     QStringList missing = canvas.renderMapa(map);
     missing.sort();
     EXPECT_EQ(missing, (QStringList{u"a4"_s, u"i1"_s}));
 
     // Nothing of an earlier map shows, whatever is missing; small pictures stand on grass.
-    canvas.colTilesLocales[u"i1"_s] =
+    pictures.colTilesLocales[u"i1"_s] =
         std::make_shared<platform::MemoryDC>(QImage(24, 24, QImage::Format_RGB32));
     canvas.renderMapa(map);
     for (int y = 0; y < side; ++y) {
@@ -307,7 +308,7 @@ TEST(LocalMap, GrassShowsThroughMasksAndWhereTilesAreMissing)
         }
     }
     for (int kind = 1; kind <= grassKinds; ++kind)
-        canvas.colTilesLocales.remove(grassTile(kind));
+        pictures.colTilesLocales.remove(grassTile(kind));
     LocalCanvas fresh = canvas;
     fresh.hdcBuffer = {};
     generarMapaLocal(map);

@@ -35,12 +35,14 @@ TEST_F(LocalWindowTest, GeneratingAsksOnlyAboutAChangedMap)
     Ui::FrmMapaLocal& ui = frmMapaLocal().ui();
     EXPECT_TRUE(frmMapaLocal().isVisible());
     EXPECT_FALSE(frmMapaLocal().hdcBuffer.isNull());
-    // The design's places. Its sizes follow from the window's.
-    EXPECT_EQ(frmMapaLocal().window().size(), QSize(758, 560 + ui.lblEstado->height()));
+    // The design's places, below the menus. Its sizes follow from the window's.
+    const int menus = ui.menuBar->height();
+    const int bars = menus + ui.lblEstado->height();
     const QSize outer = frmMapaLocal().window().frameGeometry().size();
-    EXPECT_EQ(ui.frameMapa->geometry(), QRect(0, 24, outer.width() - 16 - 153,
-                                              outer.height() - ui.lblEstado->height() - 2 - 64));
-    EXPECT_EQ(ui.frameLugares->pos(), QPoint(ui.frameMapa->width() + 8, 24));
+    EXPECT_EQ(frmMapaLocal().window().size(), QSize(758, 560 + bars));
+    EXPECT_EQ(ui.frameMapa->geometry(),
+              QRect(0, menus + 24, outer.width() - 16 - 153, outer.height() - bars - 2 - 64));
+    EXPECT_EQ(ui.frameLugares->pos(), QPoint(ui.frameMapa->width() + 8, menus + 24));
     EXPECT_EQ(ui.lvLugares->geometry(), QRect(8, 16, 137, ui.frameMapa->height() - 24));
     EXPECT_EQ(ui.imgMapa->geometry(), QRect(QPoint(8, 24), ui.frameMapa->size() - QSize(16, 32)));
     const QImage empty = view();
@@ -74,8 +76,8 @@ TEST_F(LocalWindowTest, GeneratingAsksOnlyAboutAChangedMap)
 
 TEST_F(LocalWindowTest, AMissingTileIsToldOfOnce)
 {
-    frmMapaLocal().colTilesLocales.remove(u"i1"_s);
-    frmMapaLocal().colTilesLocales.remove(u"r1t"_s);
+    workspace.localPictures.colTilesLocales.remove(u"i1"_s);
+    workspace.localPictures.colTilesLocales.remove(u"r1t"_s);
     boxes.expect();
     push(frmMapaLocal().ui().generar);
     EXPECT_TRUE(boxes.asked().back().text.contains(u"i1"_s));
@@ -129,11 +131,12 @@ TEST_F(LocalWindowTest, ClosingHidesItsToolWindowsAndOpeningAgainWorks)
         push(frmMapaLocal().ui().tiles);
         push(frmMapaLocal().ui().minimapa);
         EXPECT_TRUE(frmTilesLocales().isVisible() && frmMinimap().isVisible());
-        EXPECT_EQ(frmTilesLocales().palette.items.count(), frmMapaLocal().colTilesLocales.size());
+        EXPECT_EQ(frmTilesLocales().palette.items.count(),
+                  workspace.localPictures.colTilesLocales.size());
         frmMapaLocal().window().close();
         EXPECT_FALSE(frmMapaLocal().isLoaded());
         EXPECT_FALSE(frmTilesLocales().isVisible() || frmMinimap().isVisible());
-        EXPECT_TRUE(frmMapaLocal().colTilesLocales.isEmpty());
+        EXPECT_TRUE(workspace.localPictures.colTilesLocales.isEmpty());
         EXPECT_TRUE(frmMapaLocal().hdcBuffer.isNull());
     }
     press(frmMapa().ui().minimapa); // the world map takes the minimap back

@@ -10,7 +10,7 @@ namespace {
 /// The same picture made the plainest way: for each pixel of the map, all cells in row order.
 QImage referencePicture(const WorldMap& map, const MapPictures& pictures)
 {
-    QImage image(11 * map.ancho, 7 + 14 * map.alto, QImage::Format_RGB32);
+    QImage image(11 * map.ancho(), 7 + 14 * map.alto(), QImage::Format_RGB32);
     image.fill(Qt::black);
     const auto lay = [&](int left, int top, const MemoryDC& picture, const MemoryDC* mask) {
         for (int y = 0; y < 14; ++y) {
@@ -24,18 +24,17 @@ QImage referencePicture(const WorldMap& map, const MapPictures& pictures)
             }
         }
     };
-    for (int row = 0; row < map.alto; ++row) {
-        for (int column = 0; column < map.ancho; ++column) {
+    for (int row = 0; row < map.alto(); ++row) {
+        for (int column = 0; column < map.ancho(); ++column) {
             const int left = 11 * column;
             const int top = 14 * row + (column % 2 == 1 ? 7 : 0);
             const QString tile = map.mapaTiles(row, column);
             if (!tile.isEmpty())
                 lay(left, top, *pictures.colTiles.value(tile),
                     pictures.colMascarasTiles.value(tile).get());
-            const QString pin = map.mapaPines(row, column).split(u';').first();
-            if (!pin.isEmpty())
-                lay(left, top, *pictures.colPines.value(pin),
-                    pictures.colMascarasPines.value(pin).get());
+            if (const Place* const place = map.placeAt({column, row}))
+                lay(left, top, *pictures.colPines.value(place->pin),
+                    pictures.colMascarasPines.value(place->pin).get());
         }
     }
     return image;
@@ -72,7 +71,8 @@ TEST(HexGeometry, MapsThePointerToCells)
 TEST(MapCanvas, DrawsAsMaskedDrawingInRowOrderDoes)
 {
     std::mt19937 engine(7);
-    MapCanvas canvas;
+    MapPictures own;
+    MapCanvas canvas(own);
     const auto add = [&](PictureCollection& pictures, PictureCollection& masks, const QString& name,
                          bool masked, QSize size = {15, 14}) {
         pictures.insert(name,
@@ -82,27 +82,27 @@ TEST(MapCanvas, DrawsAsMaskedDrawingInRowOrderDoes)
                          : SIN_MASCARA);
     };
     // Any bits in picture and mask, not only black and white; pictures larger than a cell, too.
-    add(canvas.colTiles, canvas.colMascarasTiles, u"a"_s, true);
-    add(canvas.colTiles, canvas.colMascarasTiles, u"b"_s, false);
-    add(canvas.colTiles, canvas.colMascarasTiles, u"c"_s, true, {20, 30});
-    add(canvas.colPines, canvas.colMascarasPines, u"p"_s, true);
-    add(canvas.colPines, canvas.colMascarasPines, u"q"_s, false);
+    add(own.colTiles, own.colMascarasTiles, u"a"_s, true);
+    add(own.colTiles, own.colMascarasTiles, u"b"_s, false);
+    add(own.colTiles, own.colMascarasTiles, u"c"_s, true, {20, 30});
+    add(own.colPines, own.colMascarasPines, u"p"_s, true);
+    add(own.colPines, own.colMascarasPines, u"q"_s, false);
 
     for (const QSize size : {QSize(1, 1), QSize(2, 3), QSize(31, 17), QSize(20, 40)}) {
         WorldMap map;
-        map.ancho = size.width();
-        map.alto = size.height();
-        map.mapaTiles = platform::Grid<QString>(map.alto, map.ancho);
-        map.mapaPines = platform::Grid<QString>(map.alto, map.ancho);
+        map.mapaTiles = platform::Grid<QString>(size.height(), size.width());
         const QStringList tiles{u"a"_s, u"b"_s, u"c"_s, QString()};
-        const QStringList places{u"p;Uno;"_s, u"q;Dos;nota"_s, {}, {}, {}};
         for (QString& tile : map.mapaTiles)
             tile = tiles[static_cast<qsizetype>(engine() % 4)];
-        for (QString& place : map.mapaPines)
-            place = places[static_cast<qsizetype>(engine() % 5)];
-        canvas.crearBuffer(map.ancho, map.alto);
+        for (int y = 0; y < map.alto(); ++y) {
+            for (int x = 0; x < map.ancho(); ++x) {
+                if (const auto kind = engine() % 5; kind < 2)
+                    map.mapaPines[{x, y}] = {kind == 0 ? u"p"_s : u"q"_s, u"Uno"_s, {}};
+            }
+        }
+        canvas.crearBuffer(map.ancho(), map.alto());
         canvas.renderMapa(map);
-        EXPECT_EQ(canvas.hdcBuffer.image(), referencePicture(map, canvas));
+        EXPECT_EQ(canvas.hdcBuffer.image(), referencePicture(map, own));
     }
     expectError([&] { canvas.selectTile(u"z"_s); }, platform::ErrorNumber::NoSuchKey, {u"«z»"_s});
 }

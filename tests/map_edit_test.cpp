@@ -3,6 +3,7 @@
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmMapProperties.h"
 
+#include <QMenu>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -10,6 +11,19 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using MapEditTest = MapTest;
+
+QAction& action(const QString& key)
+{
+    return *frmMapa().window().findChild<QAction*>(key);
+}
+
+QStringList pinNames()
+{
+    QStringList names;
+    for (int i = 0; i < frmPines().palette.items.count(); ++i)
+        names.append(frmPines().palette.items.at(i).key());
+    return names;
+}
 
 } // namespace
 
@@ -19,16 +33,17 @@ TEST_F(MapEditTest, PaintsTheCellClickedOnlyInPaintMode)
     choose(frmTiles().ui().lvTiles, 7);
     const QString tile = frmTiles().selectedName();
     click(4, 5);
-    EXPECT_NE(frmMapa().mapaTiles(5, 4), tile) << "no tool was picked yet";
+    EXPECT_NE(frmMapa().mapa().mapaTiles(5, 4), tile) << "no tool was picked yet";
     press(ui.tiles);
     EXPECT_TRUE(frmTiles().isVisible());
     choose(frmTiles().ui().lvTiles, 7);
     for (const QPoint cell : {QPoint(0, 0), QPoint(5, 8), QPoint(8, 5)}) {
         click(cell.x(), cell.y());
-        EXPECT_EQ(frmMapa().mapaTiles(cell.y(), cell.x()), tile);
+        EXPECT_EQ(frmMapa().mapa().mapaTiles(cell.y(), cell.x()), tile);
     }
-    EXPECT_EQ(std::count(frmMapa().mapaTiles.begin(), frmMapa().mapaTiles.end(), tile), 3);
-    EXPECT_TRUE(frmMapa().mapaCambiado);
+    EXPECT_EQ(
+        std::count(frmMapa().mapa().mapaTiles.begin(), frmMapa().mapa().mapaTiles.end(), tile), 3);
+    EXPECT_TRUE(frmMapa().documento.mapaCambiado());
     EXPECT_EQ(ui.lblPosicion->text(), u"X:8 Y:5"_s);
     expectPixelsOfFullRedraw();
 
@@ -36,7 +51,7 @@ TEST_F(MapEditTest, PaintsTheCellClickedOnlyInPaintMode)
     frmMapa().currY = 20;
     frmMapa().scrollMapa();
     click(13, 24);
-    EXPECT_EQ(frmMapa().mapaTiles(24, 13), tile);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles(24, 13), tile);
     QTest::mouseClick(ui.imgMapa, Qt::LeftButton, {}, QPoint(12, 3)); // above an odd column
     EXPECT_EQ(ui.lblPosicion->text(), u"X:11 Y:19"_s);
     expectPixelsOfFullRedraw();
@@ -47,16 +62,13 @@ TEST_F(MapEditTest, AFastDragLeavesNoHolesAndSparesPlaces)
     press(frmMapa().ui().tiles);
     choose(frmTiles().ui().lvTiles, 9);
     const QString tile = frmTiles().selectedName();
-    frmMapa().mapaPines(10, 10) = u"Aldea;Isleta;"_s;
-    frmMapa().renderMapa();
-    frmMapa().drawMinimap();
-    frmMapa().scrollMapa();
+    alterMap([](WorldMap& map) { map.mapaPines[{10, 10}] = {u"Aldea"_s, u"Isleta"_s, {}}; });
     const QPoint from = inView(4, 10);
     const QPoint to = inView(40, 10);
     drag(from, to);
     for (int x = from.x(); x <= to.x(); ++x) {
         const QPoint cell = hex::cellAt({x, from.y()});
-        ASSERT_EQ(frmMapa().mapaTiles(cell.y(), cell.x()) == tile, cell != QPoint(10, 10))
+        ASSERT_EQ(frmMapa().mapa().mapaTiles(cell.y(), cell.x()) == tile, cell != QPoint(10, 10))
             << cell.x() << ',' << cell.y();
     }
     drag(inView(3, 12), inView(20, 30));
@@ -64,8 +76,8 @@ TEST_F(MapEditTest, AFastDragLeavesNoHolesAndSparesPlaces)
     expectPixelsOfFullRedraw();
 
     click(10, 10); // under a place: only the document knows
-    EXPECT_EQ(frmMapa().mapaTiles(10, 10), tile);
-    EXPECT_EQ(frmMapa().mapaPines(10, 10), u"Aldea;Isleta;"_s);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles(10, 10), tile);
+    EXPECT_EQ(placeText(10, 10), u"Aldea;Isleta;"_s);
 
     // In a view of the map's middle, what lies left of it and above isn't painted.
     frmMapa().currX = 20;
@@ -77,9 +89,9 @@ TEST_F(MapEditTest, AFastDragLeavesNoHolesAndSparesPlaces)
     const QString hidden = frmTiles().selectedName();
     for (int y = 0; y < 50; ++y) {
         for (int x = 0; x < 50; ++x)
-            EXPECT_TRUE((x >= 20 && y >= 20) || frmMapa().mapaTiles(y, x) != hidden);
+            EXPECT_TRUE((x >= 20 && y >= 20) || frmMapa().mapa().mapaTiles(y, x) != hidden);
     }
-    EXPECT_EQ(frmMapa().mapaTiles(20, 20), hidden);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles(20, 20), hidden);
 }
 
 TEST_F(MapEditTest, ModesFollowTheLastButtonAndPalettesPopTheirs)
@@ -111,8 +123,8 @@ TEST_F(MapEditTest, SetsAndEditsPlaces)
     choose(frmPines().ui().lvPines, 3);
     const QString pin = frmPines().selectedName();
     setPlace(5, 6, u"Puerto; Viejo|Nuevo"_s, u"uno\ndos;\u00A0tres Ł"_s);
-    EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto, Viejo/Nuevo;uno\ndos,\u00A0tres "_s);
-    EXPECT_TRUE(frmMapa().mapaCambiado);
+    EXPECT_EQ(placeText(6, 5), pin + u";Puerto, Viejo/Nuevo;uno\ndos,\u00A0tres "_s);
+    EXPECT_TRUE(frmMapa().documento.mapaCambiado());
     ASSERT_EQ(frmMapa().lugares.count(), 1);
     EXPECT_EQ(frmMapa().lugares.at(0).subItem(u"x"_s), u"5"_s);
     EXPECT_EQ(frmMapa().lugares.at(0).subItem(u"notas"_s), u"uno\ndos,\u00A0tres "_s);
@@ -124,13 +136,13 @@ TEST_F(MapEditTest, SetsAndEditsPlaces)
     EXPECT_EQ(frmMapa().ui().imgMapa->toolTip(), QString());
 
     // An existing place keeps its pin, and doesn't count as a change.
-    frmMapa().mapaCambiado = false;
+    setChanged(false);
     choose(frmPines().ui().lvPines, 1);
     setPlace(5, 6, u"Puerto Nuevo"_s, u""_s);
-    EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto Nuevo;"_s);
-    EXPECT_FALSE(frmMapa().mapaCambiado);
+    EXPECT_EQ(placeText(6, 5), pin + u";Puerto Nuevo;"_s);
+    EXPECT_FALSE(frmMapa().documento.mapaCambiado());
     setPlace(5, 6, u" "_s, u"x"_s);
-    frmMapa().mapaPines(6, 5) = pin + u";Puerto Nuevo;"_s;
+    setPlace(5, 6, u"Puerto Nuevo"_s, u""_s);
     duringModal([] { click(5, 6); },
                 [] {
                     EXPECT_EQ(frmInfoPin().ui().txtNombre->text(), u"Puerto Nuevo"_s);
@@ -142,8 +154,8 @@ TEST_F(MapEditTest, SetsAndEditsPlaces)
                     frmInfoPin().ui().txtNombre->setText(u"Nada"_s);
                     frmInfoPin().window().close();
                 });
-    EXPECT_EQ(frmMapa().mapaPines(6, 5), pin + u";Puerto Nuevo;"_s);
-    EXPECT_TRUE(frmMapa().mapaPines(20, 20).isEmpty());
+    EXPECT_EQ(placeText(6, 5), pin + u";Puerto Nuevo;"_s);
+    EXPECT_TRUE(placeText(20, 20).isEmpty());
 }
 
 TEST_F(MapEditTest, TwoPlacesOfOneNameAreRefused)
@@ -163,7 +175,7 @@ TEST_F(MapEditTest, TwoPlacesOfOneNameAreRefused)
                     frmInfoPin().hide();
                 });
     EXPECT_TRUE(boxes.asked().back().text.contains(u"Ya hay un lugar"_s));
-    EXPECT_EQ(Place::fromStored(frmMapa().mapaPines(9, 9)).name, u"Soto Bajo"_s);
+    EXPECT_EQ(frmMapa().mapa().placeAt({9, 9})->name, u"Soto Bajo"_s);
     EXPECT_EQ(frmMapa().lugares.count(), 2);
 
     // A header sorts the list until it is made anew; the place selected stays selected.
@@ -205,8 +217,8 @@ TEST_F(MapEditTest, GeneratesNamesAndSaysWhyItCannot)
 TEST_F(MapEditTest, AChangedMapIsAskedAboutBeforeItIsReplaced)
 {
     using platform::MsgBox::Answer;
-    frmMapa().setNombre(u"Prueba"_s);
-    frmMapa().mapaCambiado = true;
+    setNombre(u"Prueba"_s);
+    setChanged(true);
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         boxes.expect(answer);
         if (answer == Answer::No)
@@ -218,7 +230,7 @@ TEST_F(MapEditTest, AChangedMapIsAskedAboutBeforeItIsReplaced)
         EXPECT_EQ(boxes.asked().back().title, u"Advertencia"_s);
         EXPECT_EQ(QFile::exists(app.path(u"mapas/Prueba.map"_s)), answer == Answer::Yes);
     }
-    EXPECT_FALSE(frmMapa().mapaCambiado);
+    EXPECT_FALSE(frmMapa().documento.mapaCambiado());
     duringModal([] { press(frmMapa().ui().abrir); }, [] { frmListaArchivos().hide(); });
 }
 
@@ -241,17 +253,17 @@ TEST_F(MapEditTest, ANewMapTakesWhatThePropertiesSay)
                     QTest::mouseClick(dialog.cmdAceptar, Qt::LeftButton);
                 });
     EXPECT_EQ(frmMapa().window().windowTitle(), u"Ávila"_s);
-    EXPECT_EQ(frmMapa().mapaTiles.columns(), 75);
-    EXPECT_EQ(frmMapa().mapaTiles.rows(), 50);
-    EXPECT_EQ(frmMapa().latSur, -45);
-    EXPECT_TRUE(frmMapa().mapaCambiado);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles.columns(), 75);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles.rows(), 50);
+    EXPECT_EQ(frmMapa().mapa().latSur, -45);
+    EXPECT_TRUE(frmMapa().documento.mapaCambiado());
     expectPixelsOfFullRedraw();
 
-    frmMapa().latNorte = 7; // not one of those offered
+    alterMap([](WorldMap& map) { map.latNorte = 7; }); // not one of those offered
     for (const bool accepted : {false, true}) {
         duringModal([] { press(frmMapa().ui().propiedades); },
                     [&] {
-                        EXPECT_EQ(frmMapa().notasMapa, u"uno\n\u00A0dos"_s);
+                        EXPECT_EQ(frmMapa().mapa().notasMapa, u"uno\n\u00A0dos"_s);
                         EXPECT_EQ(dialog.cmbAncho->currentText(), u"75"_s);
                         EXPECT_FALSE(dialog.cmbAncho->isEnabled());
                         dialog.txtNombre->setText(u"Otra"_s);
@@ -260,8 +272,8 @@ TEST_F(MapEditTest, ANewMapTakesWhatThePropertiesSay)
                         else
                             frmMapProperties().window().close();
                     });
-        EXPECT_EQ(frmMapa().nombre, accepted ? u"Otra"_s : u"Ávila"_s);
-        EXPECT_EQ(frmMapa().latNorte, 7);
+        EXPECT_EQ(frmMapa().mapa().nombre, accepted ? u"Otra"_s : u"Ávila"_s);
+        EXPECT_EQ(frmMapa().mapa().latNorte, 7);
     }
 }
 
@@ -337,9 +349,10 @@ TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)
     const auto picture = [&] {
         return std::make_shared<platform::MemoryDC>(noise(15, 14, engine()));
     };
-    for (auto tile = frmMapa().colTiles.begin(); tile != frmMapa().colTiles.end(); ++tile) {
+    MapPictures& pictures = workspace.pictures;
+    for (auto tile = pictures.colTiles.begin(); tile != pictures.colTiles.end(); ++tile) {
         tile.value() = picture();
-        frmMapa().colMascarasTiles[tile.key()] = engine() % 2 == 0 ? SIN_MASCARA : picture();
+        pictures.colMascarasTiles[tile.key()] = engine() % 2 == 0 ? SIN_MASCARA : picture();
     }
     frmMapa().crearBuffer();
     frmMapa().renderMapa();
@@ -353,12 +366,61 @@ TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)
     expectPixelsOfFullRedraw();
 }
 
+TEST_F(MapEditTest, WindowsFollowUndoAsAFullRedrawWould)
+{
+    Ui::FrmMapa& ui = frmMapa().ui();
+    frmMapa().newMapa({u"Ida y vuelta"_s, 0, 0, {}}, {40, 30});
+    for (unsigned seed = 0; seed < 12; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 engine(seed);
+        const auto below = [&](int limit) { return static_cast<int>(engine() % unsigned(limit)); };
+        for (int edit = 0; edit < 12; ++edit) {
+            const QPoint cell(below(30), below(25));
+            switch (below(4)) {
+            case 0:
+            case 1:
+                press(ui.tiles);
+                choose(frmTiles().ui().lvTiles, below(30));
+                drag(inView(cell.x(), cell.y()), inView(below(30), below(25)));
+                press(ui.tiles);
+                break;
+            case 2: {
+                const Place* const there = frmMapa().mapa().placeAt(cell);
+                const QString name = there ? there->name : u"L%1"_s.arg(engine());
+                frmMapa().documento.setPlace(
+                    cell, {pinNames()[below(5)], name, QString::number(below(9))});
+                break;
+            }
+            default:
+                if (!frmMapa().mapa().mapaPines.empty()) {
+                    MapChange removal;
+                    removal.removePlace(frmMapa().mapa().mapaPines.begin()->first);
+                    frmMapa().documento.change(std::move(removal), u"quitar"_s);
+                }
+            }
+            for (int walk = below(4); walk > 0; --walk)
+                action(below(2) == 0 ? u"deshacer"_s : u"rehacer"_s).trigger();
+            expectPixelsOfFullRedraw();
+            ASSERT_EQ(frmMapa().lugares.count(),
+                      static_cast<int>(frmMapa().mapa().mapaPines.size()));
+        }
+    }
+    boxes.expect(platform::MsgBox::Answer::No);
+    press(ui.generar);
+    EXPECT_EQ(ui.menuBar->findChild<QMenu*>(u"menuEdición"_s)->actions().first()->text(),
+              u"&Deshacer generar un mapa"_s);
+    frmMapa().show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frmMapa().window()));
+    QTest::keySequence(&frmMapa().window(), QKeySequence(u"Ctrl+Z"_s));
+    EXPECT_EQ(frmMapa().window().windowTitle(), u"Ida y vuelta"_s);
+    EXPECT_EQ(frmMapa().mapa().ancho(), 40);
+    expectPixelsOfFullRedraw();
+}
+
 TEST_F(MapEditTest, TheMinimapScrollsTheMap)
 {
     Ui::FrmMapa& ui = frmMapa().ui();
-    frmMapa().ancho = 100;
-    frmMapa().alto = 150;
-    frmMapa().newMapa();
+    frmMapa().newMapa({}, {100, 150});
     press(ui.minimapa);
     EXPECT_TRUE(frmMinimap().isVisible());
     platform::PictureBox& picture = *frmMinimap().ui().imgMinimap;
@@ -400,14 +462,11 @@ TEST_F(MapEditTest, TheMinimapScrollsTheMap)
 TEST_F(MapEditTest, ADoubleClickOnAPlaceBringsItIntoView)
 {
     Ui::FrmMapa& ui = frmMapa().ui();
-    frmMapa().ancho = 150;
-    frmMapa().alto = 150;
-    frmMapa().newMapa();
-    for (const QPoint cell : {QPoint(0, 0), QPoint(75, 80), QPoint(149, 149), QPoint(149, 3)})
-        frmMapa().mapaPines(cell.y(), cell.x()) =
-            u"Aldea;Lugar %1 %2;"_s.arg(cell.x()).arg(cell.y());
-    frmMapa().loadLugares();
-    frmMapa().renderMapa();
+    frmMapa().newMapa({}, {150, 150});
+    alterMap([](WorldMap& map) {
+        for (const QPoint cell : {QPoint(0, 0), QPoint(75, 80), QPoint(149, 149), QPoint(149, 3)})
+            map.mapaPines[cell] = {u"Aldea"_s, u"Lugar %1 %2"_s.arg(cell.x()).arg(cell.y()), {}};
+    });
     for (int i = 0; i < frmMapa().lugares.count(); ++i) {
         const platform::ListItem& place = frmMapa().lugares.at(i);
         SCOPED_TRACE(place.text().toStdString());
@@ -444,7 +503,7 @@ TEST_F(MapEditTest, AWholeEveningsWorkEndsInTheFile)
                     properties.cmbAlto->setCurrentText(u"75"_s);
                     QTest::mouseClick(properties.cmdAceptar, Qt::LeftButton);
                 });
-    const QString name = frmMapa().nombre;
+    const QString name = frmMapa().mapa().nombre;
     ASSERT_FALSE(name.isEmpty());
     EXPECT_EQ(ui.lblNombre->text(), name);
 
@@ -466,16 +525,15 @@ TEST_F(MapEditTest, AWholeEveningsWorkEndsInTheFile)
     QTest::mouseDClick(ui.lvLugares->viewport(), Qt::LeftButton, {},
                        ui.lvLugares->visualRect(vado).center());
     press(ui.guardar);
-    EXPECT_FALSE(frmMapa().mapaCambiado);
+    EXPECT_FALSE(frmMapa().documento.mapaCambiado());
 
-    const WorldMap saved = frmMapa();
+    const WorldMap saved = frmMapa().mapa();
     const QByteArray file = app.read(u"mapas/%1.map"_s.arg(name));
     EXPECT_EQ(file.count('|'), 3);
     EXPECT_TRUE(file.contains("20;4;"));
     EXPECT_TRUE(file.contains(";Vado Viejo;|"));
-    frmMapa().newMapa();
-    frmMapa().mapaCambiado = false;
-    frmMapa().setNombre(u"Otro"_s);
+    frmMapa().newMapa({u"Otro"_s, 0, 0, {}}, {50, 50});
+    setChanged(false);
     duringModal([&] { press(ui.abrir); },
                 [&] {
                     platform::IconView& list = *frmListaArchivos().ui().lvListaArchivos;
@@ -487,10 +545,10 @@ TEST_F(MapEditTest, AWholeEveningsWorkEndsInTheFile)
                     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {},
                                        list.visualRect(list.currentIndex()).center());
                 });
-    EXPECT_EQ(frmMapa().nombre, name);
-    EXPECT_EQ(frmMapa().mapaTiles, saved.mapaTiles);
-    EXPECT_EQ(frmMapa().mapaPines, saved.mapaPines);
-    EXPECT_EQ(frmMapa().mapaTiles(15, 20), tile) << "on the way that was dragged";
+    EXPECT_EQ(frmMapa().mapa().nombre, name);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles, saved.mapaTiles);
+    EXPECT_EQ(frmMapa().mapa().mapaPines, saved.mapaPines);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles(15, 20), tile) << "on the way that was dragged";
     EXPECT_EQ(frmMapa().lugares.count(), 3);
     EXPECT_EQ(frmMapa().accion, NoEditing);
     expectPixelsOfFullRedraw();

@@ -13,56 +13,53 @@ using MapGenerationTest = MapTest;
 TEST_F(MapGenerationTest, AButtonReplacesTheMapByAWorld)
 {
     Ui::FrmMapa& ui = frmMapa().ui();
-    frmMapa().notasMapa = u"quedan"_s;
-    frmMapa().mapaPines(3, 3) = u"Aldea;Vieja;"_s;
-    frmMapa().mapaCambiado = true;
+    alterMap([](WorldMap& map) {
+        map.notasMapa = u"quedan"_s;
+        map.mapaPines[{3, 3}] = {u"Aldea"_s, u"Vieja"_s, {}};
+    });
+    setChanged(true);
     frmMapa().currX = 4;
     press(ui.tiles);
     boxes.expect(platform::MsgBox::Answer::No);
     press(ui.generar);
-    const WorldMap first = frmMapa();
-    EXPECT_EQ(first.accion, NoEditing);
+    const WorldMap first = frmMapa().mapa();
+    EXPECT_EQ(frmMapa().accion, NoEditing);
     EXPECT_TRUE(ui.tiles->isChecked()) << "the button stays, only the mode is gone";
     EXPECT_EQ(first.notasMapa, u"quedan"_s);
     EXPECT_EQ(first.mapaTiles.columns(), 50);
-    EXPECT_EQ(first.currX, 0);
-    EXPECT_TRUE(first.mapaCambiado);
+    EXPECT_EQ(frmMapa().currX, 0);
+    EXPECT_TRUE(frmMapa().documento.mapaCambiado());
     EXPECT_EQ(frmMapa().window().windowTitle(), first.nombre);
     EXPECT_FALSE(first.nombre.isEmpty());
-    EXPECT_EQ(frmMapa().lugares.count(),
-              std::count_if(first.mapaPines.begin(), first.mapaPines.end(),
-                            [](const QString& place) { return !place.isEmpty(); }));
+    EXPECT_EQ(frmMapa().lugares.count(), static_cast<int>(first.mapaPines.size()));
     expectPixelsOfFullRedraw();
 
-    frmMapa().mapaCambiado = false;
+    setChanged(false);
     press(ui.generar);
-    EXPECT_NE(frmMapa().mapaTiles, first.mapaTiles);
+    EXPECT_NE(frmMapa().mapa().mapaTiles, first.mapaTiles);
 
     // What can't be generated leaves the map as it was.
-    const WorldMap kept = frmMapa();
-    frmMapa().mapaCambiado = false;
+    const WorldMap kept = frmMapa().mapa();
+    setChanged(false);
     const auto expectFailure = [&](const QString& fragment) {
         boxes.expect();
         press(ui.generar);
         EXPECT_TRUE(boxes.asked().back().text.contains(fragment))
             << boxes.asked().back().text.toStdString();
-        EXPECT_EQ(frmMapa().mapaTiles, kept.mapaTiles);
-        EXPECT_EQ(frmMapa().nombre, kept.nombre);
-        EXPECT_FALSE(frmMapa().mapaCambiado);
+        EXPECT_EQ(frmMapa().mapa().mapaTiles, kept.mapaTiles);
+        EXPECT_EQ(frmMapa().mapa().nombre, kept.nombre);
+        EXPECT_FALSE(frmMapa().documento.mapaCambiado());
     };
     app.write(u"gramaticas/Nombres de lugares.txt"_s, "[a]\r\n<b>\r\n");
     expectFailure(u"«b»"_s);
-    frmMapa().colTiles.remove(u"B2"_s);
+    workspace.pictures.colTiles.remove(u"B2"_s);
     expectFailure(u"«B2»"_s);
 }
 
 TEST_F(MapGenerationTest, TwoClicksDrawARoad)
 {
     Ui::FrmMapa& ui = frmMapa().ui();
-    for (QString& tile : frmMapa().mapaTiles)
-        tile = u"T2"_s;
-    frmMapa().renderMapa();
-    frmMapa().scrollMapa();
+    alterMap([](WorldMap& map) { map.mapaTiles = platform::Grid<QString>(50, 50, u"T2"_s); });
     const QImage plain = frmMapa().hdcBuffer.image().copy();
     const auto expectNoEnds = [] {
         EXPECT_EQ(frmMapa().inicioX, -1);
@@ -116,27 +113,28 @@ TEST_F(MapGenerationTest, TwoClicksDrawARoad)
     send(QEvent::MouseButtonPress, QPoint(-30, 40), Qt::LeftButton, Qt::LeftButton);
     send(QEvent::MouseButtonRelease, QPoint(-30, 40), Qt::LeftButton, Qt::NoButton);
     expectNoEnds();
-    for (int y = 0; y < 50; ++y)
-        frmMapa().mapaTiles(y, 20) = u"M1"_s;
+    alterMap([](WorldMap& map) {
+        for (int y = 0; y < 50; ++y)
+            map.mapaTiles(y, 20) = u"M1"_s;
+    });
     const QImage before = frmMapa().hdcBuffer.image().copy();
     click(15, 5);
     click(25, 5, Qt::RightButton);
     expectNoEnds();
     EXPECT_EQ(frmMapa().hdcBuffer.image(), before);
 
-    frmMapa().mapaTiles(5, 2) = u"Lava"_s;
+    workspace.tiles.items.find(u"T2"_s)->setSubItem(u"costo"_s, u"caro"_s);
     click(1, 5);
     boxes.expect();
     click(4, 5, Qt::RightButton);
-    EXPECT_TRUE(boxes.asked().back().text.contains(u"«Lava» de la casilla X:2 Y:5"_s));
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"«T2» de la casilla X:0 Y:6"_s));
     expectNoEnds();
 
     // A map that replaces another leaves an end that lies on it too.
     click(45, 3);
-    frmMapa().newMapa();
+    frmMapa().newMapa({}, {50, 50});
     EXPECT_EQ(QPoint(frmMapa().inicioX, frmMapa().inicioY), QPoint(45, 3));
-    frmMapa().ancho = 45;
-    frmMapa().newMapa();
+    frmMapa().newMapa({}, {45, 50});
     expectNoEnds();
     EXPECT_NE(frmMapa().hdcBuffer.image().pixel(11 * 3 + 7, 14 * 5 + 14), brown);
     press(ui.caminos);
@@ -150,8 +148,10 @@ TEST_F(MapGenerationTest, TheClimateReportNeedsLatitudes)
     press(ui.clima);
     EXPECT_TRUE(boxes.asked().back().text.contains(u"latitudes"_s));
     EXPECT_FALSE(frmClima().isVisible());
-    frmMapa().latNorte = 30;
-    frmMapa().latSur = -30;
+    alterMap([](WorldMap& map) {
+        map.latNorte = 30;
+        map.latSur = -30;
+    });
     press(ui.clima);
     EXPECT_TRUE(frmClima().isVisible());
     EXPECT_EQ(frmClima().window().windowTitle(), u"Form1"_s);
@@ -161,7 +161,7 @@ TEST_F(MapGenerationTest, TheClimateReportNeedsLatitudes)
     EXPECT_EQ(QFontInfo(frmClima().ui().txtClima->font()).fixedPitch(), true);
     QTest::keyClick(frmClima().ui().txtClima, Qt::Key_Escape);
     EXPECT_FALSE(frmClima().isVisible());
-    frmMapa().mapaTiles(7, 9).clear();
+    alterMap([](WorldMap& map) { map.mapaTiles(7, 9).clear(); });
     boxes.expect();
     press(ui.clima);
     EXPECT_TRUE(boxes.asked().back().text.contains(u"X:9 Y:7"_s));

@@ -11,6 +11,35 @@
 #include <QMouseEvent>
 #include <QToolBar>
 
+/// Makes a changed copy of the window's map its document, as if it had been opened.
+inline void alterMap(const std::function<void(WorldMap&)>& alter)
+{
+    WorldMap map = frmMapa().mapa();
+    alter(map);
+    frmMapa().documento.openMapa(std::move(map), {});
+}
+
+/// The place of a cell as map files write it, or nothing.
+inline QString placeText(int row, int column)
+{
+    const Place* const place = frmMapa().mapa().placeAt({column, row});
+    return place ? place->pin + u';' + place->name + u';' + place->notes : QString();
+}
+
+/// Makes the document count as changed, or not.
+inline void setChanged(bool changed)
+{
+    changed ? frmMapa().documento.paint({{QPoint()}}, frmMapa().mapa().tileAt({}))
+            : frmMapa().documento.giveUpSaving();
+}
+
+inline void setNombre(const QString& name)
+{
+    MapProperties properties = frmMapa().mapa();
+    properties.nombre = name;
+    frmMapa().documento.setProperties(properties);
+}
+
 /// A test of the map window, shown with a new map of 50 x 50 cells of sea.
 class MapTest : public WindowTest
 {
@@ -20,10 +49,8 @@ protected:
         frmTiles().createColumns();
         frmPines().createColumns();
         frmMapa().show();
-        frmMapa().ancho = 50;
-        frmMapa().alto = 50;
-        frmMapa().newMapa(); // the sea, as the first tile is
-        frmMapa().mapaCambiado = false;
+        frmMapa().newMapa({}, {50, 50}); // the sea, as the first tile is
+        setChanged(false);
     }
 
     static void press(QAction* button)

@@ -1,5 +1,5 @@
+#include "map_test.h"
 #include "platform/forms/list_view.h"
-#include "window_test.h"
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmPines.h"
@@ -86,7 +86,7 @@ TEST_F(MapWindowTest, StartsEmptyWithABlackBuffer)
     EXPECT_EQ(frmMapa().window().windowTitle(), u"Kestrune"_s);
     EXPECT_EQ(frmMapa().hdcBuffer.image().size(), QSize(1100, 1407));
     EXPECT_FALSE(frmMapa().ui().picScroll->isVisible());
-    EXPECT_FALSE(frmMapa().mapaCambiado);
+    EXPECT_FALSE(frmMapa().documento.mapaCambiado());
     expectViewShowsBuffer();
 }
 
@@ -97,7 +97,7 @@ TEST_F(MapWindowTest, OpensShowsAndSavesEveryShippedMap)
         frmMapa().accion = PaintTiles;
         frmMapa().currX = 4;
         open(name);
-        EXPECT_EQ(frmMapa().nombre, name);
+        EXPECT_EQ(frmMapa().mapa().nombre, name);
         EXPECT_EQ(frmMapa().ui().lblNombre->text(), name);
         EXPECT_EQ(frmMapa().window().windowTitle(), name);
         EXPECT_EQ(frmMapa().accion, NoEditing);
@@ -105,16 +105,16 @@ TEST_F(MapWindowTest, OpensShowsAndSavesEveryShippedMap)
         ASSERT_GE(frmMapa().lugares.count(), 12);
         EXPECT_NE(frmMapa().lugares.at(0).icon(), 0);
         EXPECT_EQ(frmMapa().hdcBuffer.image().size(),
-                  hex::mapSize(frmMapa().ancho, frmMapa().alto));
+                  hex::mapSize(frmMapa().mapa().ancho(), frmMapa().mapa().alto()));
         expectViewShowsBuffer();
 
         const QString file = u"mapas/%1.map"_s.arg(name);
         const QByteArray bytes = app.read(file);
         ASSERT_TRUE(QFile::remove(app.path(file)));
-        frmMapa().mapaCambiado = true;
+        setChanged(true);
         press("guardar");
         EXPECT_TRUE(app.read(file) == bytes);
-        EXPECT_FALSE(frmMapa().mapaCambiado);
+        EXPECT_FALSE(frmMapa().documento.mapaCambiado());
     }
 }
 
@@ -126,8 +126,8 @@ TEST_F(MapWindowTest, FollowsAResize)
         Ui::FrmMapa& ui = frmMapa().ui();
         EXPECT_EQ(ui.frameMapa->width(), size.width() - 16 - ui.frameLugares->width());
         EXPECT_EQ(ui.frameLugares->x(), ui.frameMapa->width() + 8);
-        EXPECT_EQ(ui.frameMapa->height(),
-                  size.height() - ui.lblEstado->height() - ui.Toolbar->height() - 64);
+        EXPECT_EQ(ui.frameMapa->height(), size.height() - ui.menuBar->height() -
+                                              ui.lblEstado->height() - ui.Toolbar->height() - 64);
         EXPECT_EQ(ui.frameLugares->height(), ui.frameMapa->height());
         EXPECT_EQ(ui.lvLugares->height(), ui.frameLugares->height() - 24);
         EXPECT_EQ(ui.imgMapa->size(), ui.frameMapa->size() - QSize(16, 32));
@@ -153,7 +153,7 @@ TEST_F(MapWindowTest, FollowsAResize)
 TEST_F(MapWindowTest, BannerPiecesLieSideBySide)
 {
     for (const QString& name : {u"Ur"_s, tallMap, QString(120, u'W')}) {
-        frmMapa().setNombre(name);
+        setNombre(name);
         Ui::FrmMapa& ui = frmMapa().ui();
         EXPECT_EQ(ui.imgScrollMiddle->x(), ui.imgScrollLeft->width());
         EXPECT_EQ(ui.imgScrollRight->x(), ui.imgScrollMiddle->geometry().right() + 1);
@@ -169,7 +169,7 @@ TEST_F(MapWindowTest, AFileThatCannotBeOpenedChangesNothing)
 {
     open(tallMap);
     const QByteArray good = app.read(u"mapas/%1.map"_s.arg(tallMap));
-    const WorldMap before = frmMapa();
+    const WorldMap before = frmMapa().mapa();
     const QImage buffer = frmMapa().hdcBuffer.image();
     frmMapa().accion = SetPlaces;
     struct Case {
@@ -189,9 +189,9 @@ TEST_F(MapWindowTest, AFileThatCannotBeOpenedChangesNothing)
         EXPECT_TRUE(boxes.asked().back().text.contains(c.file + u".map"_s));
         EXPECT_TRUE(boxes.asked().back().text.contains(c.fragment))
             << boxes.asked().back().text.toStdString();
-        EXPECT_EQ(frmMapa().nombre, before.nombre);
-        EXPECT_TRUE(frmMapa().mapaTiles == before.mapaTiles);
-        EXPECT_TRUE(frmMapa().mapaPines == before.mapaPines);
+        EXPECT_EQ(frmMapa().mapa().nombre, before.nombre);
+        EXPECT_TRUE(frmMapa().mapa().mapaTiles == before.mapaTiles);
+        EXPECT_TRUE(frmMapa().mapa().mapaPines == before.mapaPines);
         EXPECT_EQ(frmMapa().accion, SetPlaces);
         EXPECT_EQ(frmMapa().hdcBuffer.image(), buffer);
         EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
@@ -204,7 +204,7 @@ TEST_F(MapWindowTest, CancellingTheFileListChangesNothing)
     const auto cancelBy = [](const std::function<void(QWidget&)>& way) {
         duringModal([] { press("abrir"); }, [&] { way(frmListaArchivos().window()); });
         EXPECT_FALSE(frmListaArchivos().isVisible());
-        EXPECT_EQ(frmMapa().nombre, tallMap);
+        EXPECT_EQ(frmMapa().mapa().nombre, tallMap);
     };
     const auto select = [] {
         auto& list = *frmListaArchivos().ui().lvListaArchivos;
@@ -246,7 +246,7 @@ TEST_F(MapWindowTest, CancellingTheFileListChangesNothing)
                     select();
                     QTest::keyClick(frmListaArchivos().ui().lvListaArchivos, Qt::Key_Return);
                 });
-    EXPECT_EQ(frmMapa().nombre + u".map"_s, mapFiles().first());
+    EXPECT_EQ(frmMapa().mapa().nombre + u".map"_s, mapFiles().first());
 }
 
 TEST_F(MapWindowTest, TheFileListShowsFilesOfThePatternAndFollowsTheFolder)
@@ -271,21 +271,18 @@ TEST_F(MapWindowTest, TheFileListShowsFilesOfThePatternAndFollowsTheFolder)
 TEST_F(MapWindowTest, ANewMapIsPaintedWithTheSelectedTile)
 {
     open(tallMap);
-    frmMapa().ancho = 75;
-    frmMapa().alto = 50;
     frmMapa().currY = 3;
     frmTiles().ui().lvTiles->setCurrentIndex(frmTiles().palette.items.index(4, 0));
     const QString tile = frmTiles().selectedName();
-    frmMapa().newMapa();
-    EXPECT_TRUE(frmMapa().mapaCambiado);
+    frmMapa().newMapa({}, {75, 50});
+    EXPECT_TRUE(frmMapa().documento.mapaCambiado());
     EXPECT_EQ(frmMapa().currY, 0);
     EXPECT_EQ(frmMapa().lugares.count(), 0);
-    EXPECT_EQ(frmMapa().mapaTiles.rows(), 50);
-    EXPECT_EQ(frmMapa().mapaTiles.columns(), 75);
-    for (const QString& cell : frmMapa().mapaTiles)
+    EXPECT_EQ(frmMapa().mapa().mapaTiles.rows(), 50);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles.columns(), 75);
+    for (const QString& cell : frmMapa().mapa().mapaTiles)
         ASSERT_EQ(cell, tile);
-    for (const QString& cell : frmMapa().mapaPines)
-        ASSERT_TRUE(cell.isEmpty());
+    EXPECT_TRUE(frmMapa().mapa().mapaPines.empty());
     // The last cell of the last row but one is drawn whole: its left part is the tile's.
     const QPoint origin = hex::cellOrigin(74, 48);
     EXPECT_EQ(frmMapa().hdcBuffer.image().pixel(origin + QPoint(7, 7)),
@@ -296,27 +293,29 @@ TEST_F(MapWindowTest, ANewMapIsPaintedWithTheSelectedTile)
 TEST_F(MapWindowTest, SavingNeedsANameAndRoomToWrite)
 {
     const QStringList before = mapFiles();
-    frmMapa().mapaCambiado = true;
+    setChanged(true);
     boxes.expect();
     press("guardar");
     EXPECT_EQ(boxes.asked().back().text, u"Debe ingresar un nombre para el mapa"_s);
     EXPECT_EQ(boxes.asked().back().title, u"Error"_s);
     EXPECT_EQ(boxes.asked().back().icon, platform::MsgBox::Icon::Critical);
-    EXPECT_FALSE(frmMapa().mapaCambiado);
+    EXPECT_FALSE(frmMapa().documento.mapaCambiado());
     EXPECT_EQ(mapFiles(), before);
 
     open(tallMap);
     const QString file = u"mapas/%1.map"_s.arg(tallMap);
     const QByteArray bytes = app.read(file);
-    frmMapa().notasMapa = u"otras"_s;
-    frmMapa().mapaCambiado = true;
+    MapProperties properties = frmMapa().mapa();
+    properties.notasMapa = u"otras"_s;
+    frmMapa().documento.setProperties(properties);
+    setChanged(true);
     {
         const FullDisk disk(4096);
         boxes.expect();
         press("guardar");
     }
     EXPECT_TRUE(boxes.asked().back().text.contains(u"No se puede guardar"_s));
-    EXPECT_TRUE(frmMapa().mapaCambiado);
+    EXPECT_TRUE(frmMapa().documento.mapaCambiado());
     EXPECT_TRUE(app.read(file) == bytes);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }

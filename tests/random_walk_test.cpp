@@ -44,20 +44,14 @@ struct Document {
 Document documentOf(const WorldMap& map)
 {
     Document document{map.nombre, map.notasMapa, map.latNorte, map.latSur, map.mapaTiles, {}};
-    for (int row = 0; row < map.alto; ++row) {
-        for (int column = 0; column < map.ancho; ++column) {
-            if (const QString& cell = map.mapaPines(row, column); !cell.isEmpty()) {
-                const Place place = Place::fromStored(cell);
-                document.places[{row, column}] = {place.pin, place.name, place.notes};
-            }
-        }
-    }
+    for (const auto& [cell, place] : map.mapaPines)
+        document.places[{cell.y(), cell.x()}] = {place.pin, place.name, place.notes};
     return document;
 }
 
 Document documentIn(const QString& file)
 {
-    return documentOf(readDrawableMap(platform::readTextFile(file), frmMapa()));
+    return documentOf(readDrawableMap(platform::readTextFile(file), workspace().pictures));
 }
 
 QPoint firstCell()
@@ -67,10 +61,9 @@ QPoint firstCell()
 
 platform::MemoryDC drawnAnew()
 {
-    MapCanvas canvas;
-    static_cast<MapPictures&>(canvas) = frmMapa();
-    canvas.crearBuffer(frmMapa().ancho, frmMapa().alto);
-    canvas.renderMapa(frmMapa());
+    MapCanvas canvas(workspace().pictures);
+    canvas.crearBuffer(frmMapa().mapa().ancho(), frmMapa().mapa().alto());
+    canvas.renderMapa(frmMapa().mapa());
     return canvas.hdcBuffer;
 }
 
@@ -176,7 +169,7 @@ protected:
         engine_.seed(seed);
         duringModal(Main, [] { frmAbout().window().close(); });
         platform::randomSource().seed(seed);
-        expected_ = documentOf(frmMapa());
+        expected_ = documentOf(frmMapa().mapa());
         for (const QString& list : catalogueLists)
             rows_.append(rowsOf(*in<QAbstractItemView>(u"frmPrinc"_s, list)->model()));
         QTimer dialogs;
@@ -299,7 +292,7 @@ private:
             expected_ = documentIn(file);
             isStale_ = false;
         } else if (button == u"generar"_s) {
-            const Document world = documentOf(frmMapa());
+            const Document world = documentOf(frmMapa().mapa());
             EXPECT_FALSE(world.name.isEmpty());
             EXPECT_EQ(world.tiles.rows(), expected_.tiles.rows());
             EXPECT_EQ(world.tiles.columns(), expected_.tiles.columns());
@@ -440,7 +433,7 @@ private:
             EXPECT_TRUE(std::any_of(saidAtTimes.begin(), saidAtTimes.end(), [&](const auto& begin) {
                 return box->text.startsWith(begin);
             })) << box->text.toStdString();
-        expectEqual(documentOf(frmMapa()), expected_);
+        expectEqual(documentOf(frmMapa().mapa()), expected_);
         const QString map = u"frmMapa"_s;
         EXPECT_EQ(in<QLabel>(map, u"lblNombre"_s)->text(), expected_.name);
         EXPECT_EQ(window(map)->windowTitle(),

@@ -2,7 +2,6 @@
 #include "art/contrast.h"
 #include "support.h"
 #include "worldmap/definitions.h"
-#include "worldmap/map_canvas.h"
 #include "worldmap/map_file.h"
 
 #include <QDir>
@@ -19,14 +18,14 @@ protected:
     void SetUp() override
     {
         app.addShippedData();
-        loadDefinitions(tiles, canvas.colTiles, canvas.colMascarasTiles);
-        loadDefinitions(pins, canvas.colPines, canvas.colMascarasPines);
+        loadDefinitions(tiles, pictures.colTiles, pictures.colMascarasTiles);
+        loadDefinitions(pins, pictures.colPines, pictures.colMascarasPines);
     }
 
     TempAppFolder app;
     Palette tiles{tilesKind()};
     Palette pins{pinesKind()};
-    MapCanvas canvas;
+    MapPictures pictures;
 };
 
 // How far row y of a cell's shape is inset on either side, in pixels.
@@ -65,19 +64,15 @@ TEST_F(ShippedData, MapsOpenAndSaveByteForByte)
         const QByteArray bytes = app.read(u"mapas/"_s + name);
         const WorldMap map = readMapFile(
             app.path(u"mapas/"_s + name),
-            [&](const QString& t) { return canvas.colTiles.contains(t); },
-            [&](const QString& p) { return canvas.colPines.contains(p); });
+            [&](const QString& t) { return pictures.colTiles.contains(t); },
+            [&](const QString& p) { return pictures.colPines.contains(p); });
         EXPECT_EQ(map.nombre + u".map"_s, name);
         ASSERT_TRUE(QFile::remove(app.path(u"mapas/"_s + name)));
         saveMapFile(map);
         EXPECT_TRUE(app.read(u"mapas/"_s + name) == bytes);
-        sizes.insert({map.alto, map.ancho});
-        for (int row = 0; row < map.alto; ++row) {
-            for (int column = 0; column < map.ancho; ++column)
-                EXPECT_TRUE(map.mapaPines(row, column).isEmpty() ||
-                            !map.mapaTiles(row, column).contains(u'M'))
-                    << "a place on water at " << column << ',' << row;
-        }
+        sizes.insert({map.alto(), map.ancho()});
+        for (const auto& [cell, place] : map.mapaPines)
+            EXPECT_FALSE(map.tileAt(cell).contains(u'M')) << place.name.toStdString();
     }
     EXPECT_EQ(sizes.size(), maps.size()) << "maps of different sizes were meant";
 }
@@ -85,11 +80,11 @@ TEST_F(ShippedData, MapsOpenAndSaveByteForByte)
 TEST_F(ShippedData, TilesInterlockWithoutHolesOrOverlap)
 {
     EXPECT_GE(tiles.items.count(), 24);
-    for (auto mask = canvas.colMascarasTiles.cbegin(); mask != canvas.colMascarasTiles.cend();
+    for (auto mask = pictures.colMascarasTiles.cbegin(); mask != pictures.colMascarasTiles.cend();
          ++mask) {
         SCOPED_TRACE(mask.key().toStdString());
         ASSERT_NE(mask.value(), SIN_MASCARA);
-        const QImage& picture = canvas.colTiles.value(mask.key())->image();
+        const QImage& picture = pictures.colTiles.value(mask.key())->image();
         ASSERT_EQ(picture.size(), QSize(15, 14));
         ASSERT_EQ(mask.value()->image().size(), QSize(15, 14));
         for (int y = 0; y < 14; ++y) {
@@ -124,7 +119,7 @@ TEST_F(ShippedData, TilesAreToldApartByEveryEye)
     EXPECT_NEAR(red.mean.b, 67.20, 0.01);
     std::map<std::string, std::vector<art::Rgb>> pixels;
     std::vector<std::string> names;
-    for (auto tile = canvas.colTiles.cbegin(); tile != canvas.colTiles.cend(); ++tile) {
+    for (auto tile = pictures.colTiles.cbegin(); tile != pictures.colTiles.cend(); ++tile) {
         names.push_back(tile.key().toStdString());
         pixels[names.back()] = cellPixels(tile.value()->image());
     }
@@ -143,7 +138,7 @@ TEST_F(ShippedData, DefinitionsServeGeneratorRoadsAndClimate)
 {
     for (const auto& name : {u"M1"_s, u"M2"_s, u"M3"_s, u"T1"_s, u"T2"_s, u"T3"_s, u"T4"_s, u"P1"_s,
                              u"P2"_s, u"B1"_s, u"B2"_s})
-        EXPECT_TRUE(canvas.colTiles.contains(name)) << name.toStdString();
+        EXPECT_TRUE(pictures.colTiles.contains(name)) << name.toStdString();
     for (int i = 0; i < tiles.items.count(); ++i) {
         const platform::ListItem& tile = tiles.items.at(i);
         SCOPED_TRACE(tile.key().toStdString());
@@ -159,9 +154,9 @@ TEST_F(ShippedData, DefinitionsServeGeneratorRoadsAndClimate)
               tiles.items.find(u"Desierto"_s)->subItem(u"temperatura"_s).toInt())
         << "the report's figure grows away from the equator: positive is colder";
     EXPECT_GE(pins.items.count(), 12);
-    for (auto pin = canvas.colPines.cbegin(); pin != canvas.colPines.cend(); ++pin) {
-        const auto mask = canvas.colMascarasPines.value(pin.key());
-        const auto cell = canvas.colMascarasTiles.value(u"M1"_s);
+    for (auto pin = pictures.colPines.cbegin(); pin != pictures.colPines.cend(); ++pin) {
+        const auto mask = pictures.colMascarasPines.value(pin.key());
+        const auto cell = pictures.colMascarasTiles.value(u"M1"_s);
         ASSERT_NE(mask, SIN_MASCARA) << pin.key().toStdString();
         for (int y = 0; y < pin.value()->height(); ++y) {
             for (int x = 0; x < pin.value()->width(); ++x) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/workspace.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msg_box.h"
 #include "support.h"
@@ -30,6 +31,7 @@ protected:
     }
 
     TempAppFolder app;
+    Workspace workspace;
     platform::MsgBox::Script boxes;
     platform::FormRegistry forms;
 };

@@ -1,5 +1,5 @@
-#include "cli/atlas.h"
 #include "cli/command.h"
+#include "cli/map_source.h"
 #include "cli/picture.h"
 #include "cli/progress.h"
 #include "generation/world_generator.h"
@@ -7,11 +7,11 @@
 #include "platform/core/saving.h"
 #include "platform/core/text_codec.h"
 #include "worldmap/hex_geometry.h"
+#include "worldmap/map_canvas.h"
 #include "worldmap/map_file.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -33,8 +33,9 @@ QString text(const Arguments& arguments, const QString& option)
 WorldMap requestedMap(const Arguments& arguments, const QString& target)
 {
     WorldMap map;
-    map.ancho = arguments.number(u"ancho"_s, smallestMap, largestMap);
-    map.alto = arguments.number(u"alto"_s, smallestMap, largestMap);
+    const int ancho = arguments.number(u"ancho"_s, smallestMap, largestMap);
+    const int alto = arguments.number(u"alto"_s, smallestMap, largestMap);
+    map.mapaTiles = platform::Grid<QString>(alto, ancho);
     map.latNorte = arguments.number(u"norte"_s, -pole, pole, usualLatitude);
     map.latSur = arguments.number(u"sur"_s, -pole, pole, -usualLatitude);
     if (map.latNorte <= map.latSur)
@@ -97,27 +98,27 @@ ExitCode generar(const Arguments& arguments)
     checkWritable(target);
 
     arguments.seed();
-    Atlas atlas;
+    const WorldWorkspace workspace;
+    MapCanvas canvas(workspace.pictures);
     for (const QString& tile : generatedTiles())
-        atlas.canvas.selectTile(tile); // fails before anything is made
+        canvas.selectTile(tile); // fails before anything is made
     WorldMap map = requested;
     {
         Progress progress(isLongWork(map));
         progress.step(u"Terreno y poblados…"_s);
-        generarMundo(map, atlas.pins);
+        generarMundo(map, workspace.pins);
     }
     map.latNorte = requested.latNorte;
     map.latSur = requested.latSur;
     if (!requested.nombre.isEmpty())
         map.nombre = requested.nombre;
-    save(map, target, picture, picture.isWanted() ? atlas.png(map, scale) : QByteArray());
+    save(map, target, picture,
+         picture.isWanted() ? mapPng(workspace.pictures, map, scale) : QByteArray());
 
     QTextStream out(picture.lines());
-    out << u"Mapa: %1 («%2», %3 lugares)\n"_s.arg(
-        target, map.nombre,
-        QString::number(std::count_if(map.mapaPines.begin(), map.mapaPines.end(),
-                                      [](const QString& place) { return !place.isEmpty(); })));
+    out << u"Mapa: %1 («%2», %3 lugares)\n"_s.arg(target, map.nombre,
+                                                  QString::number(map.mapaPines.size()));
     if (picture.isWanted())
-        picture.tell(out, hex::mapSize(map.ancho, map.alto) * scale);
+        picture.tell(out, hex::mapSize(map.ancho(), map.alto()) * scale);
     return Success;
 }

@@ -1,4 +1,4 @@
-#include "cli/atlas.h"
+#include "app/workspace.h"
 #include "cli/command.h"
 #include "cli/picture.h"
 #include "cli/progress.h"
@@ -22,9 +22,9 @@ void print(const LocalMap& map)
 
 ExitCode draw(const LocalMap& map, const PictureTarget& picture, QTextStream& lines)
 {
-    LocalCanvas canvas;
-    Palette tiles(tilesLocalesKind());
-    loadDefinitions(tiles, canvas.colTilesLocales, canvas.colMascarasLocales);
+    Workspace workspace;
+    workspace.loadTilesLocales();
+    LocalCanvas canvas(workspace.localPictures);
     const QStringList missing = canvas.renderMapa(map);
     Progress progress(false);
     picture.write(pngBytes(canvas.hdcBuffer.image(), 1, progress));

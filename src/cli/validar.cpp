@@ -1,6 +1,6 @@
 #include "catalogue/catalogue_file.h"
-#include "cli/atlas.h"
 #include "cli/command.h"
+#include "cli/map_source.h"
 #include "generation/grammar_check.h"
 #include "generation/name_grammar.h"
 #include "generation/world_generator.h"
@@ -26,8 +26,8 @@ class Inspection
 public:
     Inspection()
     {
-        definitions(tiles_, pictures_.colTiles, pictures_.colMascarasTiles);
-        definitions(pins_, pictures_.colPines, pictures_.colMascarasPines);
+        definitions(data_.tiles, data_.pictures.colTiles, data_.pictures.colMascarasTiles);
+        definitions(data_.pins, data_.pictures.colPines, data_.pictures.colMascarasPines);
     }
 
     void allFiles()
@@ -57,7 +57,7 @@ public:
     /// Throws Error when the file can't be read at all.
     WorldMap map(const QString& path)
     {
-        WorldMap read = readDrawableMap(platform::readTextFile(path), pictures_, report_);
+        WorldMap read = readDrawableMap(platform::readTextFile(path), data_.pictures, report_);
         const platform::TextFile file{path, {}};
         if (const std::optional<QString> problem = mapNameProblem(read.nombre))
             report_(file.errorAt(0, *problem));
@@ -102,8 +102,8 @@ private:
     void terrain()
     {
         for (const QString& tile : generatedTiles()) {
-            if (!pictures_.colTiles.contains(tile))
-                fault(tiles_.kind,
+            if (!data_.pictures.colTiles.contains(tile))
+                fault(data_.tiles.kind,
                       u"falta el tile «%1», o su imagen, que usa el generador."_s.arg(tile));
         }
         terrainNumbers();
@@ -112,15 +112,16 @@ private:
     /// Costs and temperatures, which roads and climate read only when they come to a tile.
     void terrainNumbers()
     {
-        if (tiles_.items.count() == 0)
+        if (data_.tiles.items.count() == 0)
             return; // the file has been told of
-        const platform::TextFile file = platform::readTextFile(inIni(tiles_.kind.file));
+        const platform::TextFile file = platform::readTextFile(inIni(data_.tiles.kind.file));
         for (std::size_t line = 0; line < file.lines.size(); ++line) {
             const platform::ListItem* const tile =
-                tiles_.items.find(file.lines[line].section(u';', 0, 0));
+                data_.tiles.items.find(file.lines[line].section(u';', 0, 0));
             for (const QString& field : {u"costo"_s, u"temperatura"_s}) {
                 // A line that could not be read has been told of.
-                if (tile && tile->hasSubItem(field) && !numberField(tiles_, tile->key(), field))
+                if (tile && tile->hasSubItem(field) &&
+                    !numberField(data_.tiles, tile->key(), field))
                     report_(file.errorAt(line, u"el dato «%1» no es un número"_s.arg(field)));
             }
         }
@@ -129,11 +130,11 @@ private:
     /// What the local map generator needs.
     void localTiles()
     {
-        Palette palette(tilesLocalesKind());
-        LocalCanvas canvas;
-        definitions(palette, canvas.colTilesLocales, canvas.colMascarasLocales);
+        Palette& palette = data_.localTiles;
+        LocalPictures& pictures = data_.localPictures;
+        definitions(palette, pictures.colTilesLocales, pictures.colMascarasLocales);
         for (const QString& tile : localTileNames()) {
-            if (!canvas.colTilesLocales.contains(tile))
+            if (!pictures.colTilesLocales.contains(tile))
                 fault(palette.kind,
                       u"falta el tile «%1», o su imagen, que usa el generador."_s.arg(tile));
         }
@@ -163,9 +164,7 @@ private:
         ++faults_;
         out_ << error.description << '\n';
     };
-    Palette tiles_{tilesKind()};
-    Palette pins_{pinesKind()};
-    MapPictures pictures_;
+    Workspace data_;
 };
 
 } // namespace

@@ -31,7 +31,7 @@ QString climateReport(const WorldMap& map, const Palette& tiles, const QString& 
                     "clima. Elíjalas en las propiedades del mapa."_s);
     // The latitudes are kept in single precision and added up row by row, which decides figures
     // that fall near a whole number.
-    const float step = static_cast<float>(span) / static_cast<float>(map.alto);
+    const float step = static_cast<float>(span) / static_cast<float>(map.alto());
     const QString lineEnd = u"\r\n"_s;
     QString text = QString::number(span) + lineEnd;
     text += QString::number(static_cast<double>(step), 'g', 7).replace(u'.', decimalPoint);
@@ -41,9 +41,9 @@ QString climateReport(const WorldMap& map, const Palette& tiles, const QString& 
         return numberField(tiles, tile, u"temperatura"_s);
     };
     auto latitude = static_cast<float>(map.latNorte);
-    for (int row = 0; row < map.alto; ++row) {
+    for (int row = 0; row < map.alto(); ++row) {
         const double distance = std::fabs(static_cast<double>(latitude) - step);
-        for (int column = 0; column < map.ancho; ++column) {
+        for (int column = 0; column < map.ancho(); ++column) {
             const QString& tile = map.mapaTiles(row, column);
             const std::optional<int> modifier = modifiers.find(tile, lookUp);
             if (!modifier)

@@ -2,7 +2,7 @@
 
 #include "app/procs.h"
 #include "generation/name_grammar.h"
-#include "generation/world_generator.h"
+#include "generation/water.h"
 #include "worldmap/map_file.h"
 
 #include <QPoint>
@@ -104,7 +104,7 @@ void colocarPoblados(WorldMap& map, const Palette& pins)
     if (kinds.isEmpty() || !hasDryLand)
         return;
 
-    const int limit = std::max(1, roundedQuotient(map.alto * map.ancho, cellsPerSettlement));
+    const int limit = std::max(1, roundedQuotient(map.alto() * map.ancho(), cellsPerSettlement));
     const int count = RandomInRange(1, limit) + 1;
     DryCells dryCells(map.mapaTiles);
     QSet<QString> names;
@@ -113,6 +113,6 @@ void colocarPoblados(WorldMap& map, const Palette& pins)
         const QString& pin = kinds[RandomInRange(1, static_cast<int>(kinds.size())) - 1];
         const QString name = freshName(names);
         names.insert(name);
-        map.mapaPines(cell.y(), cell.x()) = Place{pin, name, {}}.stored();
+        map.mapaPines.insert_or_assign(cell, Place{pin, name, {}});
     }
 }

@@ -3,6 +3,7 @@
 #include "app/procs.h"
 #include "generation/name_grammar.h"
 #include "generation/settlements.h"
+#include "generation/water.h"
 #include "platform/core/random_source.h"
 #include "worldmap/map_file.h"
 
@@ -206,12 +207,11 @@ void normalizarAlturas(HeightGrid& grid, int lo, int hi)
 
 void generarTerreno(WorldMap& map)
 {
-    const HeightGrid elevation = randomField(map.alto, map.ancho);
-    const HeightGrid vegetation = randomField(map.alto, map.ancho);
-    map.mapaTiles = platform::Grid<QString>(map.alto, map.ancho);
-    map.mapaPines = platform::Grid<QString>(map.alto, map.ancho);
-    for (int row = 0; row < map.alto; ++row) {
-        for (int column = 0; column < map.ancho; ++column)
+    const HeightGrid elevation = randomField(map.alto(), map.ancho());
+    const HeightGrid vegetation = randomField(map.alto(), map.ancho());
+    map.mapaPines.clear();
+    for (int row = 0; row < map.alto(); ++row) {
+        for (int column = 0; column < map.ancho(); ++column)
             map.mapaTiles(row, column) =
                 vegetationTile(vegetation(row, column), elevationTile(elevation(row, column)));
     }
@@ -219,13 +219,9 @@ void generarTerreno(WorldMap& map)
 
 void generarMundo(WorldMap& map, const Palette& pins)
 {
-    map.accion = NoEditing;
-    map.currX = 0;
-    map.currY = 0;
     generarTerreno(map);
     colocarPoblados(map, pins);
     map.nombre = asMapName(Procs::generarNombre(1, Procs::placeNames));
     map.latNorte = latitude;
     map.latSur = -latitude;
-    map.mapaCambiado = true;
 }

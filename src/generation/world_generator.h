@@ -13,8 +13,8 @@ using HeightGrid = platform::Grid<std::int16_t>;
 /// The names of the tiles that the generator paints; the tile definitions must hold them all.
 const QStringList& generatedTiles();
 
-/// Makes the map a random world of its own size: terrain, settlements, a name, latitudes, and the
-/// view at its corner with no tool picked. Its notes stay. Throws Error when the place-name grammar
+/// Makes the map a random world of its own size: terrain, settlements, a name, latitudes. Its notes
+/// stay. Throws Error when the place-name grammar
 /// fails; the map is then half made.
 void generarMundo(WorldMap& map, const Palette& pins);
 
@@ -33,9 +33,3 @@ void normalizarAlturas(HeightGrid& grid, int lo, int hi);
 const QString& elevationTile(int height);
 /// The tile of a cell under a normalised vegetation: forest, or the tile it has.
 const QString& vegetationTile(int vegetation, const QString& tile);
-
-/// Whether a tile is water: its name tells.
-inline bool isWater(const QString& tile)
-{
-    return tile.contains(u'M');
-}

@@ -1,9 +1,9 @@
 #include "localmap/frmMapaLocal.h"
 
+#include "app/frmAbout.h"
 #include "localmap/local_generator.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
-#include "platform/forms/toolbar.h"
 #include "platform/forms/twips.h"
 #include "platform/forms/window_bars.h"
 #include "worldmap/frmMinimap.h"
@@ -29,12 +29,8 @@ FrmMapaLocal& frmMapaLocal()
 void FrmMapaLocal::Form_Load()
 {
     static_cast<LocalMap&>(*this) = LocalMap();
-    platform::connectToolbar(*ui().Toolbar, [this](const QString& key, bool pressed) {
-        platform::runCommand([&] { Toolbar_ButtonClick(key, pressed); });
-    });
-    // Local maps have no file, no properties and no places.
-    for (QAction* const idle : {ui().nuevo, ui().abrir, ui().guardar, ui().propiedades, ui().pines})
-        idle->setEnabled(false);
+    loadCommands();
+    platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);
     frmTilesLocales().closed = [this] {
         if (isLoaded())
             ui().tiles->setChecked(false);
@@ -46,7 +42,8 @@ void FrmMapaLocal::Form_Load()
 
 void FrmMapaLocal::loadTilesLocales()
 {
-    frmTilesLocales().load(colTilesLocales, colMascarasLocales);
+    workspace().loadTilesLocales();
+    frmTilesLocales().selectFirst();
 }
 
 void FrmMapaLocal::Form_Activate()
@@ -60,7 +57,8 @@ void FrmMapaLocal::Form_Activate()
 
 void FrmMapaLocal::Form_Unload()
 {
-    static_cast<LocalCanvas&>(*this) = LocalCanvas();
+    hdcBuffer = {};
+    workspace().localPictures = {};
     if (frmTilesLocales().isVisible())
         frmTilesLocales().hide();
     if (frmMinimap().isVisible())
@@ -70,7 +68,8 @@ void FrmMapaLocal::Form_Unload()
 void FrmMapaLocal::Form_Resize()
 {
     Ui::FrmMapaLocal& controls = ui();
-    const QRect inner = platform::layOutBars(window(), *controls.avisos, *controls.lblEstado);
+    const QRect inner =
+        platform::layOutBars(window(), *controls.menuBar, *controls.avisos, *controls.lblEstado);
     controls.Toolbar->setGeometry(0, inner.top(), inner.width(), controls.Toolbar->height());
 
     // The frames follow the window's size with what the system puts around it.
@@ -90,16 +89,53 @@ void FrmMapaLocal::Form_Resize()
     scrollMapa();
 }
 
-void FrmMapaLocal::Toolbar_ButtonClick(const QString& key, bool pressed)
+/// The one table behind toolbar, menus and shortcuts.
+std::vector<platform::Command> FrmMapaLocal::commands()
 {
-    if (key == "generar"_L1) {
-        askToSave();
-        generarMapaLocal();
-    } else if (key == "minimapa"_L1) {
-        pressed ? frmMinimap().serve(forMinimap_) : frmMinimap().hide();
-    } else if (key == "tiles"_L1) {
-        frmTilesLocales().showAbove(pressed, *ui().imgMapa);
-    }
+    const auto idle = [](const QString& key, const QString& text, const QString& tip) {
+        // Local maps have no file, no properties and no places.
+        return platform::Command{.key = key,
+                                 .text = text,
+                                 .tip = tip,
+                                 .run = [](bool) {},
+                                 .isPossible = [] { return false; }};
+    };
+    return {
+        idle(u"nuevo"_s, u"&Nuevo…"_s, u"Nuevo mapa"_s),
+        idle(u"abrir"_s, u"&Abrir…"_s, u"Abrir mapa"_s),
+        idle(u"guardar"_s, u"&Guardar"_s, u"Guardar mapa"_s),
+        {.key = u"generar"_s,
+         .text = u"&Generar mapa"_s,
+         .run =
+             [this](bool) {
+                 askToSave();
+                 generarMapaLocal();
+             }},
+        idle(u"propiedades"_s, u"&Propiedades…"_s, u"Mostrar propiedades del mapa"_s),
+        {.key = u"minimapa"_s,
+         .text = u"&Minimapa"_s,
+         .tip = u"Mostrar minimapa"_s,
+         .isTwoState = true,
+         .run = [this](bool on) { on ? frmMinimap().serve(forMinimap_) : frmMinimap().hide(); }},
+        {.key = u"tiles"_s,
+         .text = u"Ventana de &tiles"_s,
+         .tip = u"Abrir ventana de tiles"_s,
+         .isTwoState = true,
+         .run = [this](bool on) { frmTilesLocales().showAbove(on, *ui().imgMapa); }},
+        idle(u"pines"_s, u"Ventana de &pines"_s, u"Abrir ventana de pines"_s),
+        {.key = u"acercaDe"_s, .text = u"&Acerca de Kestrune"_s, .run = [](bool) {
+             frmAbout().showModal();
+         }}};
+}
+
+void FrmMapaLocal::loadCommands()
+{
+    const platform::CommandSet set(window(), commands());
+    set.dress(*ui().Toolbar);
+    set.fill(*ui().menuBar, {{u"&Archivo"_s, {u"nuevo"_s, u"abrir"_s, u"guardar"_s}},
+                             {u"&Ver"_s, {u"minimapa"_s, u"tiles"_s, u"pines"_s}},
+                             {u"&Mapa"_s, {u"generar"_s, u"propiedades"_s}},
+                             {u"A&yuda"_s, {u"acercaDe"_s}}});
 }
 
 void FrmMapaLocal::askToSave()

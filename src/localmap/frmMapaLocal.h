@@ -1,7 +1,9 @@
 #pragma once
 
+#include "app/workspace.h"
 #include "localmap/local_canvas.h"
 #include "platform/core/list_items.h"
+#include "platform/forms/commands.h"
 #include "platform/forms/form.h"
 #include "ui_frmMapaLocal.h"
 #include "worldmap/map_window.h"
@@ -13,6 +15,8 @@ class FrmMapaLocal final : public platform::Form<Ui::FrmMapaLocal>,
                            public LocalCanvas
 {
 public:
+    FrmMapaLocal() : LocalCanvas(workspace().localPictures) {}
+
     /// Replaces the map with a new random one and shows it.
     void generarMapaLocal();
     /// Copies the visible part of the back buffer to the screen.
@@ -28,12 +32,12 @@ protected:
     void Form_Unload() override;
 
 private:
-    void Toolbar_ButtonClick(const QString& key, bool pressed);
+    std::vector<platform::Command> commands();
+    void loadCommands();
     void loadTilesLocales();
     void askToSave();
 
-    const MapWindow forMinimap_{ancho,
-                                alto,
+    const MapWindow forMinimap_{[this] { return QSize(ancho, alto); },
                                 currX,
                                 currY,
                                 [this] { scrollMapa(); },

@@ -46,8 +46,8 @@ QStringList LocalCanvas::renderMapa(const LocalMap& map)
     NameCache<TilePictures> tiles;
     const auto find = [&](const QString& name) {
         const TilePictures& found = tiles.find(name, [&](const QString& tile) {
-            return TilePictures{colTilesLocales.value(tile).get(),
-                                colMascarasLocales.value(tile).get()};
+            return TilePictures{pictures_->colTilesLocales.value(tile).get(),
+                                pictures_->colMascarasLocales.value(tile).get()};
         });
         if (!found.picture && !missing.contains(name))
             missing.append(name);

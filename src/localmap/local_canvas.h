@@ -4,16 +4,21 @@
 #include "platform/gdi/memory_dc.h"
 #include "worldmap/definitions.h"
 
-/// Draws a local map whole into a back buffer.
+/// The pictures of the local tiles and their masks, by name.
+struct LocalPictures {
+    PictureCollection colTilesLocales;
+    PictureCollection colMascarasLocales;
+};
+
+/// Draws a local map whole into a back buffer. The pictures must outlive it.
 class LocalCanvas
 {
 public:
+    explicit LocalCanvas(const LocalPictures& pictures) : pictures_(&pictures) {}
+
     static constexpr int anchoTile = 32; ///< width of a cell, in pixels
     static constexpr int altoTile = 32;
 
-    /// The pictures of the local tiles and their masks, by name.
-    PictureCollection colTilesLocales;
-    PictureCollection colMascarasLocales;
     /// Null before crearBuffer is first called.
     platform::MemoryDC hdcBuffer;
 
@@ -27,4 +32,7 @@ public:
     /// Draws a picture over a cell, through its mask if it has one.
     static void drawTile(platform::MemoryDC& dc, int x, int y, const platform::MemoryDC& picture,
                          const platform::MemoryDC* mask);
+
+private:
+    const LocalPictures* pictures_;
 };

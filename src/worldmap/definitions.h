@@ -43,6 +43,14 @@ struct Palette {
 /// one. Nothing when there is no such definition or field or its text isn't such a number.
 std::optional<int> numberField(const Palette& palette, const QString& name, const QString& field);
 
+/// The pictures that a world map is drawn from, by definition name, and their masks.
+struct MapPictures {
+    PictureCollection colTiles;
+    PictureCollection colMascarasTiles;
+    PictureCollection colPines;
+    PictureCollection colMascarasPines;
+};
+
 /// Reads the palette's definition file below AppFolder and replaces the contents of the palette and
 /// of both collections. A definition without a picture has no entry in either collection, one
 /// without a mask has SIN_MASCARA. Throws Error at the first fault, with everything as it was; its

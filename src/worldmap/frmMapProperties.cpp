@@ -106,6 +106,31 @@ void FrmMapProperties::Form_Load()
                      [this] { cmdCancelar_Click(); });
 }
 
+void FrmMapProperties::fill(const MapProperties& properties, QSize size)
+{
+    ui().txtNombre->setText(properties.nombre);
+    ui().txtNotas->setPlainText(properties.notasMapa);
+    setSize(size.width(), size.height());
+    setLatitudes(properties.latNorte, properties.latSur);
+}
+
+void FrmMapProperties::allowSize(bool allowed)
+{
+    ui().cmbAncho->setEnabled(allowed);
+    ui().cmbAlto->setEnabled(allowed);
+}
+
+MapProperties FrmMapProperties::properties()
+{
+    return {ui().txtNombre->text(), shownNumber(*ui().cmbLatitudNorte),
+            shownNumber(*ui().cmbLatitudSur), platform::textOf(*ui().txtNotas)};
+}
+
+QSize FrmMapProperties::mapSize()
+{
+    return {shownNumber(*ui().cmbAncho), shownNumber(*ui().cmbAlto)};
+}
+
 void FrmMapProperties::setSize(int columns, int rows)
 {
     showNumber(*ui().cmbAncho, columns);

@@ -2,6 +2,7 @@
 
 #include "platform/forms/form.h"
 #include "ui_frmMapProperties.h"
+#include "worldmap/world_map.h"
 
 /// The properties dialog: name, size, latitudes and notes of a map. It is hidden, never unloaded,
 /// between uses, so it keeps its last values. The caller fills or enables its lists, shows it
@@ -10,6 +11,14 @@ class FrmMapProperties final : public platform::Form<Ui::FrmMapProperties>
 {
 public:
     bool cancelado = false; ///< the dialog was closed with "Cancelar" or by its box
+
+    /// Shows a map's properties and its size.
+    void fill(const MapProperties& properties, QSize size);
+    /// Lets the user choose a size, or not.
+    void allowSize(bool allowed);
+    /// What the dialog shows.
+    MapProperties properties();
+    QSize mapSize();
 
     /// Show sizes (columns, rows) and latitudes of a map. A value that a list doesn't offer is
     /// added to it for the time being.

@@ -2,7 +2,6 @@
 
 #include "catalogue/frmPrinc.h"
 #include "platform/forms/application.h"
-#include "platform/forms/toolbar.h"
 #include "platform/forms/window_bars.h"
 #include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
@@ -28,18 +27,19 @@ FrmMapa& frmMapa()
     return platform::FormRegistry::shared<FrmMapa>();
 }
 
+FrmMapa::FrmMapa() : MapCanvas(workspace().pictures) {}
+
 void FrmMapa::Form_Load()
 {
-    static_cast<WorldMap&>(*this) = WorldMap();
+    followDocument();
     lugares.setColumns({{u"lugar"_s, u"Lugar"_s, 2100},
                         {u"notas"_s, u"Notas"_s, 1050},
                         {u"x"_s, u"X"_s, 700},
                         {u"y"_s, u"Y"_s, 700}});
     ui().lvLugares->setItems(lugares, frmPines().palette.images);
     loadBanner();
-    platform::connectToolbar(*ui().Toolbar, [this](const QString& key, bool pressed) {
-        platform::runCommand([&] { Toolbar_ButtonClick(key, pressed); });
-    });
+    loadCommands();
+    platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);
     QObject::connect(ui().imgMapa, &platform::PictureBox::mouseMoved, &window(),
                      [this](QPoint position, Qt::MouseButtons held) {
                          platform::runCommand([&] { imgMapa_MouseMove(position, held); });
@@ -62,12 +62,14 @@ void FrmMapa::Form_Load()
 
 void FrmMapa::loadTiles()
 {
-    frmTiles().load(colTiles, colMascarasTiles);
+    workspace().loadTiles();
+    frmTiles().selectFirst();
 }
 
 void FrmMapa::loadPines()
 {
-    frmPines().load(colPines, colMascarasPines);
+    workspace().loadPines();
+    frmPines().selectFirst();
 }
 
 void FrmMapa::Form_Activate()
@@ -84,46 +86,16 @@ void FrmMapa::Form_Unload()
     frmTiles().hide();
     frmPines().hide();
     frmMinimap().hide();
-    static_cast<MapCanvas&>(*this) = MapCanvas();
+    hdcBuffer = {};
+    workspace().pictures = {};
     platform::endProgram();
-}
-
-void FrmMapa::Toolbar_ButtonClick(const QString& key, bool pressed)
-{
-    if (key == "nuevo"_L1) {
-        askToSave();
-        newFromProperties();
-    } else if (key == "propiedades"_L1) {
-        editProperties();
-    } else if (key == "abrir"_L1) {
-        askToSave();
-        openMapa();
-    } else if (key == "guardar"_L1) {
-        saveMapa();
-    } else if (key == "generar"_L1) {
-        askToSave();
-        generarMapa();
-    } else if (key == "clima"_L1) {
-        showClima();
-    } else if (key == "catalogo"_L1) {
-        frmPrinc().show();
-    } else if (key == "caminos"_L1) {
-        accion = pressed ? DrawRoads : NoEditing;
-    } else if (key == "minimapa"_L1) {
-        pressed ? frmMinimap().serve(forMinimap_) : frmMinimap().hide();
-    } else if (key == "tiles"_L1) {
-        accion = pressed ? PaintTiles : NoEditing;
-        frmTiles().showAbove(pressed, *ui().imgMapa);
-    } else if (key == "pines"_L1) {
-        accion = pressed ? SetPlaces : NoEditing;
-        frmPines().showAbove(pressed, *ui().imgMapa, 0.5);
-    }
 }
 
 void FrmMapa::Form_Resize()
 {
     Ui::FrmMapa& controls = ui();
-    const QRect inner = platform::layOutBars(window(), *controls.avisos, *controls.lblEstado);
+    const QRect inner =
+        platform::layOutBars(window(), *controls.menuBar, *controls.avisos, *controls.lblEstado);
     const int width = inner.width();
 
     const int toolbarHeight = controls.Toolbar->sizeHint().height();
@@ -154,6 +126,12 @@ void FrmMapa::drawMinimap()
 void FrmMapa::scrollMapa()
 {
     hideLocation();
+    copyView();
+}
+
+/// Brings the visible part of the back buffer to the screen.
+void FrmMapa::copyView()
+{
     platform::PictureBox& view = *ui().imgMapa;
     view.clear();
     const QPoint corner = hex::cellOrigin(currX, currY);
@@ -164,11 +142,11 @@ void FrmMapa::scrollMapa()
 
 void FrmMapa::crearBuffer()
 {
-    MapCanvas::crearBuffer(ancho, alto);
+    MapCanvas::crearBuffer(mapa().ancho(), mapa().alto());
     ui().imgMapa->clear();
 }
 
 void FrmMapa::renderMapa()
 {
-    MapCanvas::renderMapa(*this);
+    MapCanvas::renderMapa(mapa());
 }

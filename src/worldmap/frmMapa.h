@@ -1,22 +1,43 @@
 #pragma once
 
+#include "app/workspace.h"
 #include "platform/core/list_items.h"
-#include "platform/core/saving.h"
+#include "platform/forms/commands.h"
 #include "platform/forms/form.h"
 #include "ui_frmMapa.h"
 #include "worldmap/map_canvas.h"
+#include "worldmap/map_document.h"
 #include "worldmap/map_window.h"
-#include "worldmap/world_map.h"
 
-/// The world map window, the program's main window. It is the map document and the canvas that
-/// draws it; closing it ends the program.
-class FrmMapa final : public platform::Form<Ui::FrmMapa>, public WorldMap, public MapCanvas
+#include <array>
+#include <optional>
+
+/// The editing modes of the map window, as its `accion` holds them.
+enum Accion { PaintTiles = 0, SetPlaces = 1, DrawRoads = 2, NoEditing = 4 };
+
+/// The world map window, the program's main window. It shows a document and follows its
+/// announcements; the state of the view and of the tools is its own. Closing it ends the program.
+class FrmMapa final : public platform::Form<Ui::FrmMapa>, public MapCanvas
 {
 public:
-    /// Replaces the document with a map of the current size, painted with the tile selected in the
-    /// tile palette. Throws Error, with the document as it was.
-    void newMapa();
-    void newMapa(WorldMap empty);
+    FrmMapa();
+
+    MapDocument documento;
+    const WorldMap& mapa() const { return documento.map(); }
+
+    int currX = 0; ///< first visible column, always even
+    int currY = 0; ///< first visible row
+    int accion = NoEditing;
+
+    /// The ends of the road being marked, in cells; -1 while unset.
+    int inicioX = -1;
+    int inicioY = -1;
+    int finX = -1;
+    int finY = -1;
+
+    /// Replaces the document with a map of that size (columns and rows), painted with the tile
+    /// selected in the tile palette. Throws Error, with the document as it was.
+    void newMapa(const MapProperties& properties, QSize size);
     /// Lets the user choose a map file and replaces the document with it. Throws Error, with the
     /// document as it was.
     void openMapa();
@@ -43,9 +64,6 @@ public:
     /// Draws the minimap anew from the back buffer.
     void drawMinimap();
 
-    /// Names the document: the name banner and the window's title follow.
-    void setNombre(const QString& name);
-
     /// The places as lvLugares shows them, in row-major order of their cells.
     platform::ListItems lugares;
     /// The cell under the mouse, relative to the view.
@@ -58,27 +76,44 @@ protected:
     void Form_Unload() override;
 
 private:
-    const MapWindow forMinimap_{ancho,
-                                alto,
+    /// A whole map made ready to be shown.
+    struct Shown {
+        explicit Shown(const MapCanvas& canvas) : canvas(canvas) {}
+
+        MapCanvas canvas;
+        platform::ListItems places;
+    };
+
+    const MapWindow forMinimap_{[this] { return QSize(mapa().ancho(), mapa().alto()); },
                                 currX,
                                 currY,
                                 [this] { scrollMapa(); },
                                 [this] { drawMinimap(); },
                                 [this]() -> const QWidget& { return *ui().imgMapa; },
                                 [this] { ui().minimapa->setChecked(false); }};
+    std::optional<platform::CommandSet> commands_;
     std::optional<QPoint> dragPosition_; ///< where the pointer last was with the left button held
-
-    platform::KnownFile archivo_; ///< the document's file, as last read or written
+    std::unique_ptr<Shown> prepared_;    ///< for the map that the document is about to get
 
     void loadTiles();
     void loadPines();
     void loadBanner();
     void layOutBanner();
-    void showDocument(WorldMap document, const platform::KnownFile& file);
     void askToSave();
     void newFromProperties();
     void editProperties();
-    void Toolbar_ButtonClick(const QString& key, bool pressed);
+    void saveAs();
+    std::vector<platform::Command> commands();
+    void loadCommands();
+
+    // What follows the document's announcements.
+    void followDocument();
+    void showReplaced();
+    void showTiles(const std::vector<QPoint>& cells);
+    void showPlaces(const std::vector<MapDocument::PlaceChange>& changes);
+    void showProperties();
+    void copyView();
+    std::unique_ptr<Shown> prepare(const WorldMap& map) const;
 
     void imgMapa_MouseMove(QPoint position, Qt::MouseButtons held);
     void imgMapa_Click();
@@ -92,8 +127,7 @@ private:
     void dragPaint(QPoint from, QPoint to);
     void paintTile(QPoint cell);
     void setPlace(QPoint cell);
-    bool nameIsTaken(const QString& name, QPoint exceptAt) const;
-    void showEdit(QPoint cell);
+    void showEdits(const std::vector<QPoint>& cells);
 
     static void list(const WorldMap& map, platform::ListItems& places);
     void showLugares(platform::ListItems& places);

@@ -10,67 +10,99 @@
 #include "worldmap/frmTiles.h"
 #include "worldmap/map_file.h"
 
-#include <algorithm>
+#include <QInputDialog>
+#include <QLineEdit>
 
 using namespace Qt::StringLiterals;
 
 using platform::MsgBox::Icon;
 
-void FrmMapa::newMapa()
+namespace {
+
+/// Whether a map can have that name; if not, the user is told why.
+bool isPossibleName(const QString& name)
 {
-    newMapa(*this);
+    const std::optional<QString> problem = mapNameProblem(name);
+    if (problem)
+        platform::MsgBox::show(u"El mapa no puede llamarse así: %1."_s.arg(*problem),
+                               u"Advertencia"_s, Icon::Warning);
+    return !problem;
 }
 
-/// Fills an empty map of the size that it says.
-void FrmMapa::newMapa(WorldMap empty)
+} // namespace
+
+void FrmMapa::followDocument()
+{
+    const auto follow = [this](auto announcement, auto handler) {
+        QObject::connect(&documento, announcement, &window(), handler);
+    };
+    follow(&MapDocument::replaced, [this] { showReplaced(); });
+    follow(&MapDocument::tilesChanged,
+           [this](const std::vector<QPoint>& cells) { showTiles(cells); });
+    follow(&MapDocument::placesChanged,
+           [this](const std::vector<MapDocument::PlaceChange>& changes) { showPlaces(changes); });
+    follow(&MapDocument::propertiesChanged, [this] { showProperties(); });
+}
+
+/// Does all that can fail, for want of memory or of pictures, before a map becomes the document.
+std::unique_ptr<FrmMapa::Shown> FrmMapa::prepare(const WorldMap& map) const
+{
+    auto shown = std::make_unique<Shown>(*this);
+    shown->canvas.crearBuffer(map.ancho(), map.alto());
+    shown->canvas.renderMapa(map);
+    list(map, shown->places);
+    return shown;
+}
+
+/// Shows a whole map from its top left corner.
+void FrmMapa::showReplaced()
+{
+    const std::unique_ptr<Shown> shown = prepared_ ? std::move(prepared_) : prepare(mapa());
+    // A road begun on the old map keeps the ends that lie on the new one.
+    if (!mapa().contains({inicioX, inicioY}))
+        inicioX = inicioY = -1;
+    if (!mapa().contains({finX, finY}))
+        finX = finY = -1;
+    currX = 0;
+    currY = 0;
+    hdcBuffer = std::move(shown->canvas.hdcBuffer);
+    showLugares(shown->places);
+    drawMinimap();
+    scrollMapa();
+    showProperties();
+}
+
+void FrmMapa::newMapa(const MapProperties& properties, QSize size)
 {
     const QString tile = frmTiles().selectedName();
     selectTile(tile); // fails, with nothing changed, for a tile without a picture
-    empty.mapaTiles = platform::Grid<QString>(empty.alto, empty.ancho, tile);
-    empty.mapaPines = platform::Grid<QString>(empty.alto, empty.ancho);
-    empty.mapaCambiado = true;
-    showDocument(std::move(empty), {});
+    WorldMap fresh;
+    static_cast<MapProperties&>(fresh) = properties;
+    fresh.mapaTiles = platform::Grid<QString>(size.height(), size.width(), tile);
+    prepared_ = prepare(fresh);
+    documento.newMapa(std::move(fresh));
 }
 
 /// "nuevo": the properties dialog, then a new map of what it says.
 void FrmMapa::newFromProperties()
 {
-    Ui::FrmMapProperties& dialog = frmMapProperties().ui();
-    frmMapProperties().offerListedValues();
-    dialog.cmbAncho->setEnabled(true);
-    dialog.cmbAlto->setEnabled(true);
-    frmMapProperties().showModal();
-    if (frmMapProperties().cancelado)
-        return;
-
-    WorldMap empty;
-    empty.ancho = dialog.cmbAncho->currentText().toInt();
-    empty.alto = dialog.cmbAlto->currentText().toInt();
-    empty.latNorte = dialog.cmbLatitudNorte->currentText().toInt();
-    empty.latSur = dialog.cmbLatitudSur->currentText().toInt();
-    empty.notasMapa = platform::textOf(*dialog.txtNotas);
-    empty.nombre = dialog.txtNombre->text();
-    empty.accion = accion;
-    newMapa(std::move(empty));
+    FrmMapProperties& dialog = frmMapProperties();
+    dialog.offerListedValues();
+    dialog.allowSize(true);
+    dialog.showModal();
+    if (!dialog.cancelado)
+        newMapa(dialog.properties(), dialog.mapSize());
 }
 
 /// "propiedades": the properties of the document, whose size stays.
 void FrmMapa::editProperties()
 {
-    Ui::FrmMapProperties& dialog = frmMapProperties().ui();
-    dialog.txtNombre->setText(nombre);
-    dialog.txtNotas->setPlainText(notasMapa);
-    frmMapProperties().setSize(ancho, alto);
-    frmMapProperties().setLatitudes(latNorte, latSur);
-    dialog.cmbAncho->setEnabled(false);
-    dialog.cmbAlto->setEnabled(false);
-    frmMapProperties().showModal();
-    if (frmMapProperties().cancelado)
-        return;
-    notasMapa = platform::textOf(*dialog.txtNotas);
-    latNorte = dialog.cmbLatitudNorte->currentText().toInt();
-    latSur = dialog.cmbLatitudSur->currentText().toInt();
-    setNombre(dialog.txtNombre->text());
+    FrmMapProperties& dialog = frmMapProperties();
+    dialog.fill(mapa(), {mapa().ancho(), mapa().alto()});
+    dialog.allowSize(false);
+    dialog.showModal();
+    if (!dialog.cancelado)
+        documento.setProperties(dialog.properties());
 }
 
 void FrmMapa::openMapa()
@@ -86,50 +118,20 @@ void FrmMapa::openMapa()
 
     const platform::WaitCursor wait;
     const platform::TextFile file = platform::readTextFile(list.caminoArchivo);
-    WorldMap opened = readDrawableMap(file, *this);
-    opened.mapaCambiado = mapaCambiado;
-    opened.accion = NoEditing;
-    showDocument(std::move(opened), file.known);
-    if (const std::optional<QString> problem = mapNameProblem(nombre))
+    WorldMap opened = readDrawableMap(file, workspace().pictures);
+    prepared_ = prepare(opened);
+    accion = NoEditing;
+    documento.openMapa(std::move(opened), file.known);
+    if (const std::optional<QString> problem = mapNameProblem(mapa().nombre))
         ui().avisos->tell(QStringList(u"El mapa no se podrá guardar con el nombre que tiene: %1. "
                                       "Cámbielo en sus propiedades."_s.arg(*problem)));
-}
-
-/// Makes a whole new document the window's own and draws it, seen from its top left corner.
-void FrmMapa::showDocument(WorldMap document, const platform::KnownFile& file)
-{
-    // A road begun on the old map keeps the ends that lie on the new one.
-    document.inicioX = inicioX;
-    document.inicioY = inicioY;
-    document.finX = finX;
-    document.finY = finY;
-    if (!document.mapaTiles.contains(inicioY, inicioX))
-        document.inicioX = document.inicioY = -1;
-    if (!document.mapaTiles.contains(finY, finX))
-        document.finX = document.finY = -1;
-    document.currX = 0;
-    document.currY = 0;
-    // What can fail, for want of memory, comes before anything is replaced.
-    MapCanvas drawn = *this;
-    drawn.crearBuffer(document.ancho, document.alto);
-    drawn.renderMapa(document);
-    platform::ListItems places;
-    list(document, places);
-
-    static_cast<WorldMap&>(*this) = std::move(document);
-    archivo_ = file;
-    hdcBuffer = std::move(drawn.hdcBuffer);
-    showLugares(places);
-    drawMinimap();
-    scrollMapa();
-    setNombre(nombre);
 }
 
 /// Asks whether to save a changed document that is about to be replaced. A save that fails throws,
 /// so that the document stays.
 void FrmMapa::askToSave()
 {
-    if (mapaCambiado &&
+    if (documento.mapaCambiado() &&
         platform::MsgBox::show(u"El mapa ha cambiado. ¿Desea guardarlo?"_s, u"Advertencia"_s,
                                Icon::Question,
                                platform::MsgBox::Buttons::YesNo) == platform::MsgBox::Answer::Yes)
@@ -138,14 +140,47 @@ void FrmMapa::askToSave()
 
 void FrmMapa::saveMapa()
 {
-    if (nombre.isEmpty()) {
+    if (mapa().nombre.isEmpty()) {
         platform::MsgBox::show(u"Debe ingresar un nombre para el mapa"_s, u"Error"_s,
                                Icon::Critical);
-        mapaCambiado = false;
+        documento.giveUpSaving();
         return;
     }
     const platform::WaitCursor wait;
-    ui().avisos->tell(saveMapFile(*this, archivo_));
-    mapaCambiado = false;
-    ui().lblEstado->setText(u"Guardado: «%1»"_s.arg(nombre));
+    ui().avisos->tell(documento.saveMapa());
+    ui().lblEstado->setText(u"Guardado: «%1»"_s.arg(mapa().nombre));
+}
+
+/// "guardarComo": asks for another name and saves under it. The file of the old name stays.
+void FrmMapa::saveAs()
+{
+    QString name = mapa().nombre;
+    do {
+        QInputDialog dialog(&window());
+        dialog.setObjectName(u"frmGuardarComo"_s);
+        dialog.setWindowTitle(u"Guardar como"_s);
+        dialog.setLabelText(u"Nombre del mapa:"_s);
+        dialog.setTextValue(name);
+        dialog.setOkButtonText(u"Aceptar"_s);
+        dialog.setCancelButtonText(u"Cancelar"_s);
+        if (auto* const box = dialog.findChild<QLineEdit*>()) {
+            box->setObjectName(u"txtNombre"_s);
+            platform::guardText(*box);
+        }
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        name = dialog.textValue();
+    } while (!isPossibleName(name));
+
+    const bool isRenamed = name != mapa().nombre;
+    MapProperties renamed = mapa();
+    renamed.nombre = name;
+    documento.setProperties(renamed);
+    try {
+        saveMapa();
+    } catch (...) {
+        if (isRenamed)
+            documento.undo();
+        throw;
+    }
 }

@@ -18,9 +18,11 @@ void FrmMapa::generarMapa()
     for (const QString& tile : generatedTiles())
         selectTile(tile); // fails before anything is changed
     const platform::WaitCursor wait;
-    WorldMap fresh = *this;
-    generarMundo(fresh, frmPines().palette);
-    showDocument(std::move(fresh), {});
+    WorldMap fresh = mapa();
+    generarMundo(fresh, workspace().pins);
+    prepared_ = prepare(fresh);
+    accion = NoEditing;
+    documento.generate(std::move(fresh));
 }
 
 /// In road mode the left button marks the start of a road and the right one its end.
@@ -42,8 +44,8 @@ void FrmMapa::imgMapa_MouseUp(Qt::MouseButton button)
     const QPoint start(std::exchange(inicioX, -1), std::exchange(inicioY, -1));
     const QPoint end(std::exchange(finX, -1), std::exchange(finY, -1));
     const platform::WaitCursor wait;
-    const QString route = PathFinding::FindPath(mapaTiles, start.x(), start.y(), end.x(), end.y(),
-                                                frmTiles().palette);
+    const QString route = PathFinding::FindPath(mapa().mapaTiles, start.x(), start.y(), end.x(),
+                                                end.y(), workspace().tiles);
     if (route != PathFinding::notFound)
         drawCamino(route);
 }
@@ -56,7 +58,7 @@ void FrmMapa::drawCamino(const QString& route)
 
 void FrmMapa::showClima()
 {
-    const QString report = climateReport(*this, frmTiles().palette, QLocale().decimalPoint());
+    const QString report = climateReport(mapa(), workspace().tiles, QLocale().decimalPoint());
     frmClima().ui().txtClima->setPlainText(report);
     frmClima().show();
 }

@@ -1,7 +1,6 @@
 // The two parchment banners of the map window, the map's name and a place's, and the places list.
 
 #include "worldmap/frmMapa.h"
-#include "worldmap/frmPines.h"
 #include "worldmap/hex_geometry.h"
 
 #include <QCoreApplication>
@@ -44,12 +43,13 @@ void FrmMapa::loadBanner()
     for (QWidget* const piece : locationPieces())
         piece->setAttribute(Qt::WA_TransparentForMouseEvents); // what lies below can be painted
     hideLocation();
-    setNombre(nombre);
+    showProperties();
 }
 
-void FrmMapa::setNombre(const QString& name)
+/// The name banner and the window's title follow the map's name.
+void FrmMapa::showProperties()
 {
-    nombre = name;
+    const QString& name = mapa().nombre;
     ui().lblNombre->setText(name);
     window().setWindowTitle(name.isEmpty() ? QCoreApplication::applicationName() : name);
     layOutBanner();
@@ -67,7 +67,7 @@ void FrmMapa::layOutBanner()
     // A name too long for the window is written smaller.
     QFont font = label.font();
     font.setPixelSize(bannerFontPixels);
-    while (QFontMetrics(font).horizontalAdvance(nombre) > room &&
+    while (QFontMetrics(font).horizontalAdvance(mapa().nombre) > room &&
            font.pixelSize() > smallestBannerFontPixels)
         font.setPixelSize(font.pixelSize() - 1);
     label.setFont(font);
@@ -79,7 +79,7 @@ void FrmMapa::layOutBanner()
     controls.imgScrollRight->setGeometry(left.width() + middle, 0, right.width(), left.height());
     label.setGeometry(left.width() / 2, 0, labelWidth, left.height());
     controls.picScroll->resize(left.width() + middle + right.width(), left.height());
-    controls.picScroll->setVisible(!nombre.isEmpty());
+    controls.picScroll->setVisible(!mapa().nombre.isEmpty());
     controls.picScroll->move(window().width() / 2 - controls.picScroll->width() / 2,
                              controls.picScroll->y());
 }
@@ -87,25 +87,19 @@ void FrmMapa::layOutBanner()
 /// Lists a map's places, in row-major order of their cells.
 void FrmMapa::list(const WorldMap& map, platform::ListItems& places)
 {
-    for (int y = 0; y < map.alto; ++y) {
-        for (int x = 0; x < map.ancho; ++x) {
-            const QString& cell = map.mapaPines(y, x);
-            if (cell.isEmpty())
-                continue;
-            const Place place = Place::fromStored(cell);
-            platform::ListItem& item = places.add(place.name, place.name);
-            item.setIcon(frmPines().palette.images.positionOf(place.pin));
-            item.setSubItem(u"notas"_s, place.notes);
-            item.setSubItem(u"x"_s, QString::number(x));
-            item.setSubItem(u"y"_s, QString::number(y));
-        }
+    for (const auto& [cell, place] : map.mapaPines) {
+        platform::ListItem& item = places.add(place.name, place.name);
+        item.setIcon(workspace().pins.images.positionOf(place.pin));
+        item.setSubItem(u"notas"_s, place.notes);
+        item.setSubItem(u"x"_s, QString::number(cell.x()));
+        item.setSubItem(u"y"_s, QString::number(cell.y()));
     }
 }
 
 void FrmMapa::loadLugares()
 {
     platform::ListItems places;
-    list(*this, places);
+    list(mapa(), places);
     showLugares(places);
 }
 
@@ -160,10 +154,10 @@ void FrmMapa::centreOn(QPoint cell)
     const int rows = ui().imgMapa->height() / hex::cellHeight;
     currX = std::max(0, cell.x() - columns / 2);
     currY = std::max(0, cell.y() - rows / 2);
-    if (currX + columns > ancho)
-        currX = ancho - columns - 2 - currX % 2;
-    if (currY + rows > alto)
-        currY = alto - rows;
+    if (currX + columns > mapa().ancho())
+        currX = mapa().ancho() - columns - 2 - currX % 2;
+    if (currY + rows > mapa().alto())
+        currY = mapa().alto() - rows;
     currX = std::max(0, currX);
     currY = std::max(0, currY);
     currX += currX % 2;

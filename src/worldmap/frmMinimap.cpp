@@ -72,8 +72,8 @@ void FrmMinimap::draw(const MapWindow& map, const platform::MemoryDC& buffer, QS
 
     selectorSize_ = QSizeF(size.width() * view.width() / whole.width(),
                            size.height() * view.height() / whole.height());
-    ui().imgSelector->setGeometry(map.currX * size.width() / map.ancho,
-                                  map.currY * size.height() / map.alto,
+    ui().imgSelector->setGeometry(map.currX * size.width() / map.mapSize().width(),
+                                  map.currY * size.height() / map.mapSize().height(),
                                   qRound(selectorSize_.width()), qRound(selectorSize_.height()));
     picture.dc().StretchBlt(0, 0, size.width(), size.height(), buffer, 0, 0, buffer.width(),
                             buffer.height(), platform::RasterOp::SRCCOPY);
@@ -103,8 +103,9 @@ void FrmMinimap::moverVista(QPointF position)
     const double left = firstPixel(position.x(), selectorSize_.width(), picture.width());
     const double top = firstPixel(position.y(), selectorSize_.height(), picture.height());
     ui().imgSelector->move(qRound(left), qRound(top));
-    formMapa->currX = static_cast<int>(std::nearbyint(left * formMapa->ancho / picture.width()));
+    const QSize cells = formMapa->mapSize();
+    formMapa->currX = static_cast<int>(std::nearbyint(left * cells.width() / picture.width()));
     formMapa->currX += formMapa->currX % 2; // the first column shown is always even
-    formMapa->currY = static_cast<int>(std::nearbyint(top * formMapa->alto / picture.height()));
+    formMapa->currY = static_cast<int>(std::nearbyint(top * cells.height() / picture.height()));
     formMapa->scrollMapa();
 }

@@ -7,7 +7,7 @@
 class FrmPines final : public PaletteForm<Ui::FrmPines, &Ui::FrmPines::lvPines>
 {
 public:
-    FrmPines() : PaletteForm(pinesKind()) {}
+    FrmPines() : PaletteForm(workspace().pins) {}
 };
 
 FrmPines& frmPines();

@@ -7,7 +7,7 @@
 class FrmTiles final : public PaletteForm<Ui::FrmTiles, &Ui::FrmTiles::lvTiles>
 {
 public:
-    FrmTiles() : PaletteForm(tilesKind()) {}
+    FrmTiles() : PaletteForm(workspace().tiles) {}
 };
 
 FrmTiles& frmTiles();

@@ -8,7 +8,7 @@ class FrmTilesLocales final
     : public PaletteForm<Ui::FrmTilesLocales, &Ui::FrmTilesLocales::lvTilesLocales>
 {
 public:
-    FrmTilesLocales() : PaletteForm(tilesLocalesKind()) {}
+    FrmTilesLocales() : PaletteForm(workspace().localTiles) {}
 };
 
 FrmTilesLocales& frmTilesLocales();

@@ -4,22 +4,15 @@
 #include "worldmap/definitions.h"
 #include "worldmap/world_map.h"
 
-/// The pictures that a world map is drawn from, by definition name, and their masks.
-struct MapPictures {
-    PictureCollection colTiles;
-    PictureCollection colMascarasTiles;
-    PictureCollection colPines;
-    PictureCollection colMascarasPines;
-};
+#include <span>
 
-/// Reads a map whose every tile and pin has a picture among these; as parseMap does.
-WorldMap readDrawableMap(const platform::TextFile& file, const MapPictures& pictures,
-                         const platform::OnFault& onFault = platform::giveUp);
-
-/// Draws a world map: whole, into a back buffer of the map's size, or cell by cell.
-class MapCanvas : public MapPictures
+/// Draws a world map: whole, into a back buffer of the map's size, or cell by cell. The pictures
+/// must outlive it.
+class MapCanvas
 {
 public:
+    explicit MapCanvas(const MapPictures& pictures) : pictures_(&pictures) {}
+
     /// What drawTile draws next; the mask may be SIN_MASCARA.
     std::shared_ptr<const platform::MemoryDC> tileActual;
     std::shared_ptr<const platform::MemoryDC> tileMask;
@@ -39,11 +32,17 @@ public:
     /// at the surface's top left corner.
     void drawTile(platform::MemoryDC& dc, int x, int y) const;
 
-    /// Draws again what one cell's picture covers of the back buffer, with the same pixels as
-    /// drawing the whole map.
-    void redrawCell(const WorldMap& map, int x, int y);
+    /// Draws again what the pictures of some cells cover of the back buffer, with the same pixels
+    /// as drawing the whole map.
+    void redrawCells(const WorldMap& map, std::span<const QPoint> cells);
 
     /// Draws every cell and every place of the map into the back buffer, row by row, a place's pin
     /// right after the tile of its cell. The buffer must be of the map's size.
     void renderMapa(const WorldMap& map);
+
+private:
+    void drawCell(platform::MemoryDC& dc, QPoint origin, const WorldMap& map, QPoint cell) const;
+    void redrawCell(const WorldMap& map, QPoint cell);
+
+    const MapPictures* pictures_;
 };

@@ -72,19 +72,18 @@ std::pair<int, int> parsePair(const TextFile& file, std::size_t line, const QStr
     return {parseNumber(file, line, fields[0], first), parseNumber(file, line, fields[1], second)};
 }
 
-void checkSize(const TextFile& file, const WorldMap& map)
+void checkSize(const TextFile& file, int alto, int ancho)
 {
-    if (map.ancho < 1 || map.alto < 1)
-        throw file.errorAt(SizeLine, u"un mapa de %1 filas y %2 columnas no es "
-                                     "posible"_s.arg(map.alto)
-                                         .arg(map.ancho));
-    const QSize pixels = hex::mapSize(map.ancho, map.alto);
+    if (ancho < 1 || alto < 1)
+        throw file.errorAt(
+            SizeLine, u"un mapa de %1 filas y %2 columnas no es posible"_s.arg(alto).arg(ancho));
+    const QSize pixels = hex::mapSize(ancho, alto);
     constexpr qint64 bytesPerPixel = 4;
     if (bytesPerPixel * pixels.width() * pixels.height() > maxBufferBytes)
         throw file.errorAt(SizeLine,
                            u"el mapa es demasiado grande (%1 filas y %2 columnas): "
-                           "su dibujo pasaría de %3 MB"_s.arg(map.alto)
-                               .arg(map.ancho)
+                           "su dibujo pasaría de %3 MB"_s.arg(alto)
+                               .arg(ancho)
                                .arg(maxBufferBytes / (1024 * 1024)),
                            ErrorNumber::TooLarge);
 }
@@ -93,15 +92,14 @@ void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile,
                 const OnFault& onFault)
 {
     const QString& line = file.lines[TilesLine];
-    const qsizetype wanted = qsizetype{map.ancho} * map.alto;
+    const qsizetype wanted = qsizetype{map.ancho()} * map.alto();
     const qsizetype found = line.count(fieldSeparator);
     if (found != wanted || !line.endsWith(fieldSeparator))
         throw file.errorAt(TilesLine, u"hay %1 casillas terminadas en «;» y el mapa, de %2 × "
                                       "%3, tiene %4"_s.arg(found)
-                                          .arg(map.alto)
-                                          .arg(map.ancho)
+                                          .arg(map.alto())
+                                          .arg(map.ancho())
                                           .arg(wanted));
-    map.mapaTiles = platform::Grid<QString>(map.alto, map.ancho);
     QSet<QString> known; // also makes all cells of one tile share one text
     qsizetype start = 0;
     qsizetype cell = 0;
@@ -115,8 +113,8 @@ void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile,
                 onFault(file.errorAt(
                     TilesLine,
                     u"el tile «%1» de la casilla X:%2 Y:%3 no está definido o no tiene imagen"_s
-                        .arg(tile.left(40), QString::number(cell % map.ancho),
-                             QString::number(cell / map.ancho))));
+                        .arg(tile.left(40), QString::number(cell % map.ancho()),
+                             QString::number(cell / map.ancho()))));
             shared = known.insert(tile);
         }
         tile = *shared;
@@ -137,9 +135,10 @@ void parsePlace(const TextFile& file, WorldMap& map, const QString& text, const 
     const int row = parseNumber(file, PlacesLine, fields[0], u"la fila de un lugar"_s);
     const int column = parseNumber(file, PlacesLine, fields[1], u"la columna de un lugar"_s);
     const Place place{fields[2], fields[3], notesFromFile(fields[4])};
-    if (!map.mapaPines.contains(row, column))
+    const QPoint cell(column, row);
+    if (!map.contains(cell))
         throw fail(u"está fuera del mapa"_s);
-    if (!map.mapaPines(row, column).isEmpty())
+    if (map.placeAt(cell))
         throw fail(u"cae en una casilla que ya tiene un lugar"_s);
     if (!isPin(place.pin))
         throw fail(
@@ -149,13 +148,12 @@ void parsePlace(const TextFile& file, WorldMap& map, const QString& text, const 
     if (names.contains(place.name))
         throw fail(u"repite el nombre de otro lugar"_s);
     names.insert(place.name);
-    map.mapaPines(row, column) = place.stored();
+    map.mapaPines.emplace(cell, place);
 }
 
 void parsePlaces(const TextFile& file, WorldMap& map, const IsDefined& isPin,
                  const OnFault& onFault)
 {
-    map.mapaPines = platform::Grid<QString>(map.alto, map.ancho);
     QStringList places = file.lines[PlacesLine].split(placeEnd);
     if (!places.takeLast().isEmpty())
         throw file.errorAt(PlacesLine, u"falta «|» detrás del último lugar"_s);
@@ -181,24 +179,17 @@ QString mapFileText(const WorldMap& map)
 {
     const QString lineEnd = u"\r\n"_s;
     QString text = storable(map.nombre, u"de un nombre de mapa"_s) + lineEnd;
-    text += u"%1;%2"_s.arg(map.alto).arg(map.ancho) + lineEnd;
+    text += u"%1;%2"_s.arg(map.alto()).arg(map.ancho()) + lineEnd;
     text += u"%1;%2"_s.arg(map.latNorte).arg(map.latSur) + lineEnd;
     text += storable(notesToFile(map.notasMapa), u"de las notas del mapa"_s) + lineEnd;
     for (const QString& tile : map.mapaTiles)
         text += tile + fieldSeparator;
     text += lineEnd;
-    for (int row = 0; row < map.alto; ++row) {
-        for (int column = 0; column < map.ancho; ++column) {
-            const QString& cell = map.mapaPines(row, column);
-            if (cell.isEmpty())
-                continue;
-            const Place place = Place::fromStored(cell);
-            const Place stored{storable(place.pin, u"del nombre de un pin"_s),
-                               storable(place.name, u"del nombre de un lugar"_s),
-                               storable(notesToFile(place.notes), u"de las notas de un lugar"_s)};
-            text += u"%1;%2;"_s.arg(row).arg(column) + stored.stored() + placeEnd;
-        }
-    }
+    for (const auto& [cell, place] : map.mapaPines)
+        text += u"%1;%2;"_s.arg(cell.y()).arg(cell.x()) +
+                storable(place.pin, u"del nombre de un pin"_s) + fieldSeparator +
+                storable(place.name, u"del nombre de un lugar"_s) + fieldSeparator +
+                storable(notesToFile(place.notes), u"de las notas de un lugar"_s) + placeEnd;
     return text + lineEnd;
 }
 
@@ -222,8 +213,9 @@ WorldMap parseMap(const TextFile& file, const IsDefined& isTile, const IsDefined
     }
     map.nombre = file.lines[NameLine];
     const bool hasSize = attempt(onFault, [&] {
-        std::tie(map.alto, map.ancho) = parsePair(file, SizeLine, u"el alto"_s, u"el ancho"_s);
-        checkSize(file, map);
+        const auto [alto, ancho] = parsePair(file, SizeLine, u"el alto"_s, u"el ancho"_s);
+        checkSize(file, alto, ancho);
+        map.mapaTiles = platform::Grid<QString>(alto, ancho);
     });
     attempt(onFault, [&] {
         std::tie(map.latNorte, map.latSur) =
@@ -235,6 +227,13 @@ WorldMap parseMap(const TextFile& file, const IsDefined& isTile, const IsDefined
         attempt(onFault, [&] { parsePlaces(file, map, isPin, onFault); });
     }
     return map;
+}
+
+WorldMap readDrawableMap(const TextFile& file, const MapPictures& pictures, const OnFault& onFault)
+{
+    return parseMap(
+        file, [&](const QString& name) { return pictures.colTiles.contains(name); },
+        [&](const QString& name) { return pictures.colPines.contains(name); }, onFault);
 }
 
 QStringList saveMapFile(const WorldMap& map, platform::KnownFile& known)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/text_file.h"
+#include "worldmap/definitions.h"
 #include "worldmap/world_map.h"
 
 #include <QByteArray>
@@ -19,6 +20,10 @@ WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefin
 /// As readMapFile, from a file that was read.
 WorldMap parseMap(const platform::TextFile& file, const IsDefined& isTile, const IsDefined& isPin,
                   const platform::OnFault& onFault = platform::giveUp);
+
+/// Reads a map whose every tile and pin has a picture among these; as parseMap does.
+WorldMap readDrawableMap(const platform::TextFile& file, const MapPictures& pictures,
+                         const platform::OnFault& onFault = platform::giveUp);
 
 /// Writes the map to its own file, AppFolder\mapas\NAME.map, as platform::saveFile does; returns
 /// what the user is to be told. Throws Error when the name can't be a file's, a text can't be

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSize>
 #include <functional>
 
 class QWidget;
@@ -7,8 +8,7 @@ class QWidget;
 /// What the minimap knows of the map window that it serves: the size of its map in cells, the first
 /// cell shown, and what it asks of the window.
 struct MapWindow {
-    const int& ancho;
-    const int& alto;
+    std::function<QSize()> mapSize; ///< in cells
     int& currX;
     int& currY;
     std::function<void()> scrollMapa;     ///< bring the first cell into view

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/procs_windows.h"
+#include "app/workspace.h"
 #include "platform/core/error.h"
 #include "platform/forms/form.h"
 #include "platform/forms/list_view.h"
@@ -12,7 +13,7 @@ template <typename Design, auto ListControl>
 class PaletteForm : public platform::Form<Design>
 {
 public:
-    Palette palette;
+    Palette& palette;
     /// Called after the user closed the palette by its box.
     std::function<void()> closed;
 
@@ -22,13 +23,8 @@ public:
         palette.items.setColumns(palette.kind.columns);
     }
 
-    /// Fills palette and collections from the definition file and selects the first definition.
-    /// Throws Error, with everything as it was.
-    void load(PictureCollection& pictures, PictureCollection& masks)
-    {
-        loadDefinitions(palette, pictures, masks);
-        list().selectFirst();
-    }
+    /// After the palette was loaded: there is always one to paint with.
+    void selectFirst() { list().selectFirst(); }
 
     /// Shows the palette beside a map, so far down its side, and above all other windows, or hides
     /// it.
@@ -56,7 +52,7 @@ public:
     }
 
 protected:
-    explicit PaletteForm(const DefinitionKind& kind) : palette(kind) {}
+    explicit PaletteForm(Palette& palette) : palette(palette) {}
 
     void Form_Load() override
     {

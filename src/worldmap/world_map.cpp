@@ -1,6 +1,11 @@
 #include "worldmap/world_map.h"
 
-Place Place::fromStored(const QString& cell)
+#include <algorithm>
+
+const QPoint* WorldMap::cellOf(const QString& placeName) const
 {
-    return {cell.section(u';', 0, 0), cell.section(u';', 1, 1), cell.section(u';', 2)};
+    const auto found = std::find_if(mapaPines.begin(), mapaPines.end(), [&](const auto& entry) {
+        return entry.second.name == placeName;
+    });
+    return found == mapaPines.end() ? nullptr : &found->first;
 }

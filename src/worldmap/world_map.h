@@ -2,7 +2,9 @@
 
 #include "platform/core/grid.h"
 
+#include <QPoint>
 #include <QString>
+#include <map>
 
 /// A named pin on one cell of the world map.
 struct Place {
@@ -10,37 +12,50 @@ struct Place {
     QString name;
     QString notes; ///< may hold line breaks
 
-    /// The three fields joined by ";", as a map's cell holds them.
-    QString stored() const { return pin + u';' + name + u';' + notes; }
-    /// The inverse: a cell's text, which isn't empty.
-    static Place fromStored(const QString& cell);
+    bool operator==(const Place&) const = default;
 };
 
-/// The editing modes of the map window, as its `accion` holds them.
-enum Accion { PaintTiles = 0, SetPlaces = 1, DrawRoads = 2, NoEditing = 4 };
+/// The order in which cells (x = column, y = row) are drawn, listed and written: row by row.
+struct RowMajor {
+    bool operator()(QPoint a, QPoint b) const
+    {
+        return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x();
+    }
+};
 
-/// The world map document: a grid of hexagonal cells, each with a terrain tile and at most one
-/// place, and the state of its view.
-struct WorldMap {
+/// The places of a map by their cells, at most one a cell.
+using Places = std::map<QPoint, Place, RowMajor>;
+
+/// What the properties dialog shows of a map, but for its size.
+struct MapProperties {
     QString nombre;   ///< the map's name, and its file's; empty before the map has one
-    int ancho = 100;  ///< columns
-    int alto = 100;   ///< rows
     int latNorte = 0; ///< latitude of the top row, whole degrees
     int latSur = 0;   ///< latitude of the bottom row
     QString notasMapa;
-    /// Name of the tile painted in each cell, by (row, column); empty where unpainted.
+
+    bool operator==(const MapProperties&) const = default;
+};
+
+/// What the file of a world map holds: a grid of hexagonal cells, each with a terrain tile and at
+/// most one place.
+struct WorldMap : MapProperties {
+    /// Name of the tile painted in each cell, by (row, column); empty where unpainted. Its size is
+    /// the map's.
     platform::Grid<QString> mapaTiles{100, 100};
-    /// The place in each cell in its stored form, by (row, column); empty where there is none.
-    platform::Grid<QString> mapaPines{100, 100};
-    bool mapaCambiado = false; ///< the document differs from its file
+    Places mapaPines;
 
-    int currX = 0; ///< first visible column, always even
-    int currY = 0; ///< first visible row
-    int accion = NoEditing;
+    int ancho() const { return mapaTiles.columns(); }
+    int alto() const { return mapaTiles.rows(); }
+    bool contains(QPoint cell) const { return mapaTiles.contains(cell.y(), cell.x()); }
+    const QString& tileAt(QPoint cell) const { return mapaTiles(cell.y(), cell.x()); }
+    /// The place of a cell, or null.
+    const Place* placeAt(QPoint cell) const
+    {
+        const auto found = mapaPines.find(cell);
+        return found == mapaPines.end() ? nullptr : &found->second;
+    }
+    /// The cell of the place of that name, if there is one.
+    const QPoint* cellOf(const QString& placeName) const;
 
-    /// The ends of the road being marked, in cells; -1 while unset.
-    int inicioX = -1;
-    int inicioY = -1;
-    int finX = -1;
-    int finY = -1;
+    bool operator==(const WorldMap&) const = default;
 };

@@ -89,15 +89,15 @@ FormWindow& FormBase::window()
 {
     if (!window_) {
         window_ = buildWindow();
-        // A design may be larger than a small or much scaled screen.
-        const QSize room = window_->screen()->availableSize() - windowFrame;
-        window_->resize(window_->size().boundedTo(room));
         try {
             Form_Load();
         } catch (...) {
             discardWindow();
             throw;
         }
+        // A design may be larger than a small or much scaled screen.
+        const QSize room = window_->screen()->availableSize() - windowFrame;
+        window_->resize(window_->size().boundedTo(room));
     }
     return *window_;
 }

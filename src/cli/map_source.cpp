@@ -1,10 +1,12 @@
-#include "cli/atlas.h"
+#include "cli/map_source.h"
 
 #include "cli/picture.h"
 #include "cli/progress.h"
 #include "generation/camino.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/text_file.h"
+#include "worldmap/map_canvas.h"
+#include "worldmap/map_file.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -12,22 +14,23 @@
 
 using namespace Qt::StringLiterals;
 
-Atlas::Atlas()
+WorldWorkspace::WorldWorkspace()
 {
-    loadDefinitions(tiles, canvas.colTiles, canvas.colMascarasTiles);
-    loadDefinitions(pins, canvas.colPines, canvas.colMascarasPines);
+    loadTiles();
+    loadPines();
 }
 
-WorldMap Atlas::read(const QString& map) const
+WorldMap WorldWorkspace::read(const QString& map) const
 {
-    return readDrawableMap(platform::readTextFile(mapPath(map)), canvas);
+    return readDrawableMap(platform::readTextFile(mapPath(map)), pictures);
 }
 
-QByteArray Atlas::png(const WorldMap& map, int scale, const QString& route)
+QByteArray mapPng(const MapPictures& pictures, const WorldMap& map, int scale, const QString& route)
 {
     Progress progress(isLongWork(map));
     progress.step(u"Dibujo…"_s);
-    canvas.crearBuffer(map.ancho, map.alto);
+    MapCanvas canvas(pictures);
+    canvas.crearBuffer(map.ancho(), map.alto());
     canvas.renderMapa(map);
     drawCamino(canvas.hdcBuffer, route);
     progress.step(u"Imagen PNG…"_s);
@@ -37,7 +40,7 @@ QByteArray Atlas::png(const WorldMap& map, int scale, const QString& route)
 bool isLongWork(const WorldMap& map)
 {
     constexpr int cells = 200'000;
-    return map.ancho * map.alto > cells;
+    return map.ancho() * map.alto() > cells;
 }
 
 QString mapPath(const QString& map)

@@ -1,0 +1,132 @@
+// What the user can have the map window do: the one table behind its toolbar, menus and shortcuts.
+
+#include "app/frmAbout.h"
+#include "catalogue/frmPrinc.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmMinimap.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString withStep(const QString& verb, const QString& step)
+{
+    return step.isEmpty() ? verb : verb + u' ' + step;
+}
+
+const std::vector<platform::Menu>& menus()
+{
+    static const std::vector<platform::Menu> all{
+        {u"&Archivo"_s,
+         {u"nuevo"_s, u"abrir"_s, u"guardar"_s, u"guardarComo"_s, {}, u"catalogo"_s}},
+        {u"&Edición"_s, {u"deshacer"_s, u"rehacer"_s}},
+        {u"&Ver"_s, {u"minimapa"_s, u"tiles"_s, u"pines"_s}},
+        {u"&Mapa"_s, {u"generar"_s, u"propiedades"_s, {}, u"caminos"_s, u"clima"_s}},
+        {u"A&yuda"_s, {u"acercaDe"_s}}};
+    return all;
+}
+
+} // namespace
+
+std::vector<platform::Command> FrmMapa::commands()
+{
+    return {
+        {.key = u"nuevo"_s,
+         .text = u"&Nuevo…"_s,
+         .tip = u"Nuevo mapa"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+N"_s)},
+         .run =
+             [this](bool) {
+                 askToSave();
+                 newFromProperties();
+             }},
+        {.key = u"abrir"_s,
+         .text = u"&Abrir…"_s,
+         .tip = u"Abrir mapa"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+O"_s)},
+         .run =
+             [this](bool) {
+                 askToSave();
+                 openMapa();
+             }},
+        {.key = u"guardar"_s,
+         .text = u"&Guardar"_s,
+         .tip = u"Guardar mapa"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+S"_s)},
+         .run = [this](bool) { saveMapa(); }},
+        {.key = u"guardarComo"_s,
+         .text = u"Guardar &como…"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+Shift+S"_s)},
+         .run = [this](bool) { saveAs(); }},
+        {.key = u"catalogo"_s,
+         .text = u"Abrir &catálogo"_s,
+         .run = [](bool) { frmPrinc().show(); }},
+        {.key = u"deshacer"_s,
+         .text = u"&Deshacer"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+Z"_s)},
+         .run = [this](bool) { documento.undo(); },
+         .isPossible = [this] { return documento.canUndo(); },
+         .textNow = [this] { return withStep(u"&Deshacer"_s, documento.undoText()); }},
+        {.key = u"rehacer"_s,
+         .text = u"&Rehacer"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+Y"_s), QKeySequence(u"Ctrl+Shift+Z"_s)},
+         .run = [this](bool) { documento.redo(); },
+         .isPossible = [this] { return documento.canRedo(); },
+         .textNow = [this] { return withStep(u"&Rehacer"_s, documento.redoText()); }},
+        {.key = u"minimapa"_s,
+         .text = u"&Minimapa"_s,
+         .tip = u"Mostrar minimapa"_s,
+         .isTwoState = true,
+         .run = [this](bool on) { on ? frmMinimap().serve(forMinimap_) : frmMinimap().hide(); }},
+        {.key = u"tiles"_s,
+         .text = u"Ventana de &tiles"_s,
+         .tip = u"Abrir ventana de tiles"_s,
+         .isTwoState = true,
+         .run =
+             [this](bool on) {
+                 accion = on ? PaintTiles : NoEditing;
+                 frmTiles().showAbove(on, *ui().imgMapa);
+             }},
+        {.key = u"pines"_s,
+         .text = u"Ventana de &pines"_s,
+         .tip = u"Abrir ventana de pines"_s,
+         .isTwoState = true,
+         .run =
+             [this](bool on) {
+                 accion = on ? SetPlaces : NoEditing;
+                 frmPines().showAbove(on, *ui().imgMapa, 0.5);
+             }},
+        {.key = u"generar"_s,
+         .text = u"&Generar mundo"_s,
+         .tip = u"Generar mapa"_s,
+         .run =
+             [this](bool) {
+                 askToSave();
+                 generarMapa();
+             }},
+        {.key = u"propiedades"_s,
+         .text = u"&Propiedades…"_s,
+         .tip = u"Mostrar propiedades del mapa"_s,
+         .run = [this](bool) { editProperties(); }},
+        {.key = u"caminos"_s,
+         .text = u"Dibujar &caminos"_s,
+         .tip = u"Dibujar caminos"_s,
+         .isTwoState = true,
+         .run = [this](bool on) { accion = on ? DrawRoads : NoEditing; }},
+        {.key = u"clima"_s, .text = u"Mostrar c&lima"_s, .run = [this](bool) { showClima(); }},
+        {.key = u"acercaDe"_s,
+         .text = u"&Acerca de Kestrune"_s,
+         .run = [](bool) { frmAbout().showModal(); }},
+    };
+}
+
+void FrmMapa::loadCommands()
+{
+    commands_.emplace(window(), commands());
+    commands_->dress(*ui().Toolbar);
+    commands_->fill(*ui().menuBar, menus());
+    QObject::connect(&documento, &MapDocument::historyChanged, &window(),
+                     [this] { commands_->update(); });
+}

@@ -1,0 +1,222 @@
+#include "worldmap/map_document.h"
+
+#include "worldmap/map_file.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString paintText(std::size_t cells)
+{
+    return cells == 1 ? u"pintar una casilla"_s : u"pintar %1 casillas"_s.arg(cells);
+}
+
+} // namespace
+
+/// A change in the history. Steps of one stroke become one.
+class MapDocument::Step final : public QUndoCommand
+{
+public:
+    Step(MapDocument& document, MapChange change, const QString& text, int stroke)
+        : QUndoCommand(text),
+          document_(&document),
+          change_(std::move(change)),
+          stroke_(stroke)
+    {
+        count();
+    }
+    ~Step() override { document_->historyBytes_ -= bytes_; }
+    Step(const Step&) = delete;
+    Step& operator=(const Step&) = delete;
+
+    int id() const override { return stroke_; }
+    void redo() override { exchange(); }
+    void undo() override { exchange(); }
+
+    bool mergeWith(const QUndoCommand* other) override
+    {
+        // The history hands its newest step over as it destroys it.
+        auto* const later = const_cast<Step*>(static_cast<const Step*>(other));
+        change_.append(std::move(later->change_));
+        setText(paintText(change_.tiles.size()));
+        count();
+        return true;
+    }
+
+    /// Lets go what the step holds; it can't be undone any more.
+    void forget()
+    {
+        change_ = {};
+        setObsolete(true);
+        count();
+    }
+
+private:
+    void exchange()
+    {
+        change_.exchange(document_->map_);
+        document_->announce(change_);
+    }
+
+    void count()
+    {
+        document_->historyBytes_ += change_.bytes() - bytes_;
+        bytes_ = change_.bytes();
+    }
+
+    MapDocument* document_;
+    MapChange change_;
+    int stroke_; ///< noStroke for a step of its own
+    qint64 bytes_ = 0;
+};
+
+MapDocument::MapDocument()
+{
+    connect(&history_, &QUndoStack::indexChanged, this, &MapDocument::historyChanged);
+}
+
+void MapDocument::beginAnew(WorldMap map, const platform::KnownFile& file)
+{
+    history_.clear();
+    forgotten_ = 0;
+    map_ = std::move(map);
+    archivo_ = file;
+    emit replaced();
+    emit historyChanged();
+}
+
+void MapDocument::newMapa(WorldMap map)
+{
+    beginAnew(std::move(map), {});
+    history_.resetClean(); // it has no file yet
+    mapaCambiado_ = true;
+}
+
+void MapDocument::openMapa(WorldMap map, const platform::KnownFile& file)
+{
+    beginAnew(std::move(map), file);
+}
+
+void MapDocument::generate(WorldMap map)
+{
+    MapChange change;
+    change.whole = std::move(map);
+    push(std::move(change), u"generar un mapa"_s);
+    mapaCambiado_ = true;
+}
+
+QStringList MapDocument::saveMapa()
+{
+    QStringList told = saveMapFile(map_, archivo_);
+    history_.setClean();
+    mapaCambiado_ = false;
+    return told;
+}
+
+void MapDocument::paint(std::span<const QPoint> cells, const QString& tile)
+{
+    MapChange painting;
+    std::vector<QPoint> asTheyAre;
+    bool isDrawn = false;
+    for (const QPoint cell : cells) {
+        isDrawn = isDrawn || !map_.placeAt(cell);
+        if (map_.tileAt(cell) == tile)
+            asTheyAre.push_back(cell);
+        else
+            painting.setTile(cell, tile);
+    }
+    const QString text = paintText(painting.tiles.size());
+    push(std::move(painting), text, stroke_);
+    if (!asTheyAre.empty())
+        emit tilesChanged(asTheyAre);
+    mapaCambiado_ = mapaCambiado_ || isDrawn; // under a place only the map knows
+}
+
+void MapDocument::setPlace(QPoint cell, const Place& place)
+{
+    const bool isNew = !map_.placeAt(cell);
+    MapChange change;
+    change.setPlace(cell, place);
+    push(std::move(change), (isNew ? u"poner «%1»"_s : u"editar «%1»"_s).arg(place.name));
+    mapaCambiado_ = mapaCambiado_ || isNew;
+}
+
+void MapDocument::setProperties(const MapProperties& properties)
+{
+    MapChange change;
+    change.properties = properties;
+    push(std::move(change), u"cambiar las propiedades"_s);
+}
+
+void MapDocument::change(MapChange change, const QString& text)
+{
+    if (push(std::move(change), text))
+        mapaCambiado_ = true;
+}
+
+bool MapDocument::push(MapChange change, const QString& text, int stroke)
+{
+    change.leaveOutIdle(map_);
+    if (change.isEmpty())
+        return false;
+    history_.push(new Step(*this, std::move(change), text, stroke));
+    forgetOldest();
+    return true;
+}
+
+void MapDocument::announce(const MapChange& change)
+{
+    if (change.whole) {
+        emit replaced();
+        return;
+    }
+    // The change holds now what the map held.
+    std::vector<PlaceChange> places;
+    for (const MapChange::Site& site : change.places)
+        places.push_back({site.cell, site.place.empty() ? QString() : site.place.mapped().pin});
+    std::vector<QPoint> cells;
+    for (const MapChange::Tile& tile : change.tiles)
+        cells.push_back(tile.cell);
+    if (!cells.empty())
+        emit tilesChanged(cells);
+    if (!places.empty())
+        emit placesChanged(places);
+    if (change.properties)
+        emit propertiesChanged();
+}
+
+/// Steps can't be taken out of the history from its beginning; they are emptied instead.
+void MapDocument::forgetOldest()
+{
+    forgotten_ = std::min(forgotten_, history_.count());
+    while (historyBytes_ > maxHistoryBytes && forgotten_ < history_.count()) {
+        const QUndoCommand* const oldest = history_.command(forgotten_++);
+        const_cast<Step*>(static_cast<const Step*>(oldest))->forget();
+    }
+}
+
+bool MapDocument::canUndo() const
+{
+    return history_.index() > forgotten_;
+}
+
+void MapDocument::undo()
+{
+    endStroke();
+    if (!canUndo())
+        return;
+    history_.undo();
+    mapaCambiado_ = !history_.isClean();
+}
+
+void MapDocument::redo()
+{
+    endStroke();
+    if (!canRedo())
+        return;
+    history_.redo();
+    mapaCambiado_ = !history_.isClean();
+}

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/core/saving.h"
+#include "worldmap/map_change.h"
+#include "worldmap/world_map.h"
+
+#include <QObject>
+#include <QUndoStack>
+#include <span>
+#include <vector>
+
+/// The world map being edited: the map itself, the file it came from, and the history of its
+/// changes. Every change goes through here; each is one step that can be undone, a stroke of the
+/// mouse being one, and each is announced, so that windows follow. What changes nothing is no step.
+class MapDocument final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The memory that the history may take, in bytes; beyond it the oldest steps go first.
+    static constexpr qint64 maxHistoryBytes = qint64{64} * 1024 * 1024;
+
+    MapDocument();
+
+    const WorldMap& map() const { return map_; }
+    /// Whether the map is to be asked about before it is replaced. That isn't whether it differs
+    /// from its file: a new name, say, doesn't count.
+    bool mapaCambiado() const { return mapaCambiado_; }
+
+    // Whole maps. The first two begin anew, with an empty history.
+    void newMapa(WorldMap map);
+    void openMapa(WorldMap map, const platform::KnownFile& file);
+    /// Replaces the map by one that was made for it.
+    void generate(WorldMap map);
+    /// Writes the map to its file, and returns what the user is to be told. Throws Error, with
+    /// everything as it was.
+    QStringList saveMapa();
+    /// The answer to a map that has no name to be saved under: it no longer counts as changed.
+    void giveUpSaving() { mapaCambiado_ = false; }
+
+    /// Paints cells with a tile. Cells that have it already are announced with the others: they are
+    /// drawn again.
+    void paint(std::span<const QPoint> cells, const QString& tile);
+    /// What is painted between these two is one step.
+    void beginStroke() { stroke_ = ++strokes_; }
+    void endStroke() { stroke_ = noStroke; }
+
+    /// Puts a place into a cell, new or in place of the one that is there.
+    void setPlace(QPoint cell, const Place& place);
+    void setProperties(const MapProperties& properties);
+    /// Does any change, as a step of that name ("mover un lugar").
+    void change(MapChange change, const QString& text);
+
+    bool canUndo() const;
+    bool canRedo() const { return history_.canRedo(); }
+    /// What the next step back or forth is called.
+    QString undoText() const { return canUndo() ? history_.undoText() : QString(); }
+    QString redoText() const { return history_.redoText(); }
+    void undo();
+    void redo();
+
+    /// A cell whose place changed, and the name of the pin that it had; empty if it had no place.
+    struct PlaceChange {
+        QPoint cell;
+        QString pinBefore;
+    };
+
+signals:
+    /// Tiles of these cells changed, or were painted as they are.
+    void tilesChanged(const std::vector<QPoint>& cells);
+    /// These cells got a place, lost one, or have another one.
+    void placesChanged(const std::vector<PlaceChange>& changes);
+    void propertiesChanged();
+    /// It is another map altogether.
+    void replaced();
+    /// What can be undone and redone changed.
+    void historyChanged();
+
+private:
+    class Step;
+    static constexpr int noStroke = -1;
+    /// Makes a change a step, and returns whether it was one.
+    bool push(MapChange change, const QString& text, int stroke = noStroke);
+    void announce(const MapChange& change);
+    void beginAnew(WorldMap map, const platform::KnownFile& file);
+    void forgetOldest();
+
+    WorldMap map_;
+    platform::KnownFile archivo_;
+    bool mapaCambiado_ = false;
+    int strokes_ = 0;
+    int stroke_ = noStroke; ///< the one that goes on
+    qint64 historyBytes_ = 0;
+    int forgotten_ = 0; ///< how many steps at the beginning of the history can't be undone any more
+    QUndoStack history_;
+};

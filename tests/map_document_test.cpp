@@ -1,0 +1,179 @@
+#include "support.h"
+#include "worldmap/map_document.h"
+#include "worldmap/map_file.h"
+
+#include <QSignalSpy>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+WorldMap seaOf(int rows, int columns)
+{
+    WorldMap map;
+    map.nombre = u"Prueba"_s;
+    map.mapaTiles = platform::Grid<QString>(rows, columns, u"M1"_s);
+    return map;
+}
+
+/// One random edit, by way of every operation of the document.
+void editAtRandom(MapDocument& document, std::mt19937& engine)
+{
+    const WorldMap& map = document.map();
+    const auto below = [&](int limit) { return static_cast<int>(engine() % unsigned(limit)); };
+    const QPoint cell(below(map.ancho()), below(map.alto()));
+    const QStringList tiles{u"M1"_s, u"T1"_s, u"B1"_s};
+    switch (below(6)) {
+    case 0:
+    case 1: {
+        const QString& tile = tiles[below(3)];
+        document.beginStroke();
+        for (int i = below(5); i >= 0; --i) {
+            const QPoint next(below(map.ancho()), below(map.alto()));
+            document.paint({&next, 1}, tile);
+        }
+        document.endStroke();
+        break;
+    }
+    case 2: {
+        const Place* const there = map.placeAt(cell);
+        document.setPlace(cell, {u"Aldea"_s, there ? there->name : u"L%1"_s.arg(engine()),
+                                 QString::number(below(3))});
+        break;
+    }
+    case 3: {
+        MapChange change;
+        if (map.placeAt(cell))
+            change.removePlace(cell);
+        change.setTile(cell, u"T2"_s);
+        document.change(std::move(change), u"cambiar"_s);
+        break;
+    }
+    case 4:
+        document.setProperties({u"N%1"_s.arg(below(3)), 45, -45, {}});
+        break;
+    default: {
+        WorldMap other = map;
+        other.mapaPines.clear();
+        other.mapaTiles = platform::Grid<QString>(1 + below(9), 1 + below(9), u"T3"_s);
+        document.generate(std::move(other));
+    }
+    }
+}
+
+} // namespace
+
+TEST(MapDocument, WalksBackAndForthThroughAnyEdits)
+{
+    for (unsigned seed = 0; seed < 200; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 engine(seed);
+        MapDocument document;
+        document.openMapa(seaOf(6, 7), {});
+        std::vector<WorldMap> states{document.map()};
+        for (int i = 0; i < 12; ++i) {
+            editAtRandom(document, engine);
+            if (document.map() != states.back())
+                states.push_back(document.map());
+        }
+        std::size_t at = states.size() - 1;
+        for (int i = 0; i < 60; ++i) {
+            if (document.canUndo() && (engine() % 2 == 0 || !document.canRedo())) {
+                document.undo();
+                --at;
+            } else {
+                document.redo();
+                ++at;
+            }
+            ASSERT_TRUE(document.map() == states.at(at)) << "step " << i;
+            ASSERT_EQ(document.canUndo(), at > 0);
+            ASSERT_EQ(document.canRedo(), at + 1 < states.size());
+            ASSERT_EQ(document.mapaCambiado(), at > 0) << "the beginning is the file's";
+        }
+    }
+}
+
+TEST(MapDocument, AStrokeIsOneStepAndNothingIsNone)
+{
+    MapDocument document;
+    document.openMapa(seaOf(9, 9), {});
+    const auto paint = [&](QPoint cell, const QString& tile) { document.paint({&cell, 1}, tile); };
+    paint({1, 1}, u"M1"_s); // as it is
+    EXPECT_FALSE(document.canUndo());
+    EXPECT_TRUE(document.mapaCambiado()) << "it was drawn";
+    document.beginStroke();
+    for (int x = 0; x < 9; ++x)
+        paint({x, 2}, u"T1"_s);
+    paint({4, 2}, u"T1"_s);
+    document.endStroke();
+    EXPECT_EQ(document.undoText(), u"pintar 9 casillas"_s);
+    paint({0, 0}, u"T1"_s);
+    paint({0, 1}, u"T1"_s);
+    EXPECT_EQ(document.undoText(), u"pintar una casilla"_s);
+    document.undo();
+    document.undo();
+    EXPECT_EQ(document.map().mapaTiles(2, 8), u"T1"_s);
+    document.undo();
+    EXPECT_TRUE(document.map() == seaOf(9, 9));
+    EXPECT_EQ(document.redoText(), u"pintar 9 casillas"_s);
+    const Place place{u"Aldea"_s, u"Soto"_s, {}};
+    document.setPlace({3, 3}, place);
+    EXPECT_FALSE(document.canRedo());
+    document.setPlace({3, 3}, place);
+    document.setProperties(document.map());
+    document.undo();
+    EXPECT_FALSE(document.canUndo());
+}
+
+TEST(MapDocument, KeepsTheRulesOfAChangedMap)
+{
+    const TempAppFolder app;
+    MapDocument document;
+    EXPECT_FALSE(document.mapaCambiado());
+    document.newMapa(seaOf(4, 4));
+    EXPECT_TRUE(document.mapaCambiado());
+    document.saveMapa();
+    EXPECT_FALSE(document.mapaCambiado());
+    const QPoint cell(1, 1);
+    document.setPlace(cell, {u"Aldea"_s, u"Soto"_s, {}});
+    EXPECT_TRUE(document.mapaCambiado());
+    document.saveMapa();
+    document.setPlace(cell, {u"Aldea"_s, u"Soto"_s, u"nuevas notas"_s});
+    document.setProperties({u"Otro"_s, 45, -45, {}});
+    document.paint({&cell, 1}, u"T1"_s); // under a place
+    EXPECT_FALSE(document.mapaCambiado()) << "what draws nothing doesn't count";
+    document.undo();
+    EXPECT_TRUE(document.mapaCambiado());
+    document.undo();
+    document.undo();
+    EXPECT_FALSE(document.mapaCambiado()) << "as its file is";
+    document.undo();
+    EXPECT_TRUE(document.mapaCambiado());
+    document.openMapa(seaOf(2, 2), {});
+    EXPECT_TRUE(document.mapaCambiado()) << "opening leaves it";
+    EXPECT_FALSE(document.canUndo() || document.canRedo());
+}
+
+TEST(MapDocument, TheOldestStepsGoWhenTheHistoryIsFull)
+{
+    MapDocument document;
+    document.openMapa(seaOf(1000, 1000), {});
+    std::vector<QPoint> all;
+    for (int y = 0; y < 1000; ++y) {
+        for (int x = 0; x < 500; ++x)
+            all.emplace_back(x, y);
+    }
+    for (const QString& tile : {u"T1"_s, u"T2"_s, u"T3"_s, u"T4"_s, u"B1"_s, u"B2"_s})
+        document.paint(all, tile);
+    int steps = 0;
+    for (; document.canUndo(); document.undo())
+        ++steps;
+    EXPECT_GE(steps, 2);
+    EXPECT_LT(steps, 6);
+    EXPECT_TRUE(document.undoText().isEmpty());
+    for (; document.canRedo(); document.redo())
+        --steps;
+    EXPECT_EQ(steps, 0);
+    EXPECT_EQ(document.map().mapaTiles(0, 0), u"B2"_s);
+}
