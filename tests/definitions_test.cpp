@@ -55,6 +55,10 @@ TEST(Definitions, PinsAndLocalTilesHaveFourFieldsAndThreeWithoutPicture)
         EXPECT_EQ(local.palette.items.at(0).subItem(u"imagen"_s), u"ini\\x.gif"_s);
         EXPECT_FALSE(local.palette.items.at(0).hasSubItem(u"costo"_s));
     }
+    // A map's file ends its places with the mark.
+    app.write(u"ini/pines.ini"_s, "Aldea;;a\r\nAl|dea;;b\r\n");
+    expectError([] { Loaded(pinesKind()).load(); }, ErrorNumber::BadName,
+                {u"pines.ini"_s, u"línea 2"_s, u"«Al|dea»"_s});
 }
 
 TEST(Definitions, AFaultLeavesEverythingAsItWas)

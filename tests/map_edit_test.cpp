@@ -77,6 +77,11 @@ TEST_F(MapEditTest, AFastDragLeavesNoHolesAndSparesPlaces)
 
     click(10, 10); // under a place: only the document knows
     EXPECT_EQ(frmMapa().mapa().mapaTiles(10, 10), tile);
+    workspace.pictures.colTiles.remove(frmTiles().palette.items.at(8).key());
+    choose(frmTiles().ui().lvTiles, 8);
+    boxes.expect(); // a tile without a picture would make a map that can't be opened again
+    click(10, 10);
+    EXPECT_EQ(frmMapa().mapa().mapaTiles(10, 10), tile);
     EXPECT_EQ(placeText(10, 10), u"Aldea;Isleta;"_s);
 
     // In a view of the map's middle, what lies left of it and above isn't painted.

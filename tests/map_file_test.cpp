@@ -203,6 +203,10 @@ TEST(MapFile, RefusesToWriteWhatItCouldNotReadBack)
         EXPECT_EQ(mapNameProblem(name), std::nullopt) << name.toStdString();
     EXPECT_EQ(QDir(app.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList{u"mapas"_s});
+    WorldMap alike = good; // another map, whose file is another
+    alike.nombre = good.nombre.toUpper();
+    saveMapFile(alike);
+    EXPECT_EQ(app.read(file), bytes);
 }
 
 TEST(MapFile, AReadOnlyFolderIsNamedAndTheOldFileKept)

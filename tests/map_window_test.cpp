@@ -198,6 +198,17 @@ TEST_F(MapWindowTest, AFileThatCannotBeOpenedChangesNothing)
     }
 }
 
+TEST_F(MapWindowTest, AMapWhoseNameNoFileCanHaveOpensAndSaysSo)
+{
+    app.write(u"mapas/raro.map"_s, "../../fuera/x\r\n1;1\r\n0;0\r\n\r\nM1;\r\n\r\n");
+    open(u"raro"_s);
+    EXPECT_TRUE(frmMapa().ui().avisos->text().contains(u"«/»"_s));
+    boxes.expect();
+    press("guardar");
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"No se puede guardar"_s));
+    EXPECT_FALSE(QFile::exists(app.path(u"../fuera"_s)));
+}
+
 TEST_F(MapWindowTest, CancellingTheFileListChangesNothing)
 {
     open(tallMap);

@@ -53,6 +53,8 @@ void FrmMapa::dragPaint(QPoint from, QPoint to)
             std::find(cells.begin(), cells.end(), cell) == cells.end())
             cells.push_back(cell);
     }
+    if (cells.empty())
+        return;
     const QString tile = frmTiles().selectedName();
     selectTile(tile); // fails, with nothing changed, for a tile without a picture
     documento.paint(cells, tile);
