@@ -169,6 +169,7 @@ TEST_F(CatalogueWindowTest, ThePickerWritesThePathOfAPicture)
     in(editor, u"txtImagen"_s)->setText(u"INI/pics/armas/daga.gif"_s);
     browse(editor);
     EXPECT_EQ(picker->lvListaImagenes->currentIndex().data(), u"daga.gif"_s);
+    ASSERT_TRUE(picker->lvListaImagenes->selectedItem());
     EXPECT_EQ(picker->lvListaImagenes->selectedItem()->text(), u"daga.gif"_s);
     picker->lvListaImagenes->setCurrentIndex(picker->lvListaImagenes->model()->index(0, 0));
     press(picker->lvListaImagenes, Qt::Key_Return, true);
