@@ -41,10 +41,13 @@ bool RandomUse::isOn(const QString& form, const QString& button)
 
 void RandomUse::use(QWidget& form)
 {
+    form.activateWindow(); // as a click does; keys go to the active window's focus
+    QCoreApplication::processEvents();
     QWidgetList controls;
     for (QWidget* const control : form.findChildren<QWidget*>()) {
         if (form.isMinimized() || !control->isVisible() || !control->isEnabled() ||
-            control->visibleRegion().isEmpty() || control->objectName().startsWith(u"qt_"_s))
+            control->visibleRegion().isEmpty() || control->objectName().startsWith(u"qt_"_s) ||
+            (control->property("readOnly").toBool() && !oneIn(6)))
             continue;
         for (const char* const kind : {"QAbstractButton", "QAbstractItemView", "QLineEdit",
                                        "QPlainTextEdit", "QComboBox", "QTabBar"}) {
@@ -54,7 +57,7 @@ void RandomUse::use(QWidget& form)
         if (qobject_cast<platform::PictureBox*>(control))
             controls.append(QWidgetList(20, control));
     }
-    QWidget* const control = oneIn(12) || controls.isEmpty() ? &form : anyOf(controls);
+    QWidget* const control = oneIn(8) || controls.isEmpty() ? &form : anyOf(controls);
     if (control == &form) {
         useForm(form);
     } else if (auto* const button = qobject_cast<QAbstractButton*>(control)) {
@@ -96,11 +99,10 @@ void RandomUse::useForm(QWidget& form)
     } else if (what == 2 && !endsProgram) {
         tell(form, u"close"_s);
         form.close();
-    } else if (what == 3) {
-        tell(form, u"activate"_s);
-        form.activateWindow();
-    } else if (form.focusWidget()) {
-        keyOf({Qt::Key_Escape, Qt::Key_Return, Qt::Key_Delete, Qt::Key_Tab}, *form.focusWidget());
+    } else {
+        QWidget* const focus = form.focusWidget();
+        keyOf({Qt::Key_Escape, Qt::Key_Escape, Qt::Key_Return, Qt::Key_Delete, Qt::Key_Tab},
+              focus && focus->isVisible() ? *focus : form);
     }
 }
 
@@ -129,7 +131,6 @@ void RandomUse::useList(QAbstractItemView& list)
 
 void RandomUse::type(QWidget& box)
 {
-    box.setFocus();
     const int what = below(8);
     if (what > 4)
         keyOf({Qt::CTRL | Qt::Key_A}, box);
@@ -153,6 +154,7 @@ void RandomUse::type(QWidget& box)
 void RandomUse::keyOf(const QList<QKeyCombination>& keys, QWidget& control)
 {
     const QKeyCombination key = anyOf(keys);
+    control.setFocus();
     tell(control, QKeySequence(key).toString(QKeySequence::PortableText));
     QTest::keyClick(&control, key.key(), key.keyboardModifiers());
 }
