@@ -6,6 +6,7 @@
 #include "app/start.h"
 #include "catalogue/frmPrinc.h"
 #include "platform/core/random_source.h"
+#include "platform/forms/text_guard.h"
 #include "random_use.h"
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmMapa.h"
@@ -117,7 +118,7 @@ QStringList textsOf(const QWidget& form)
         if (const auto* const line = qobject_cast<const QLineEdit*>(control))
             texts.append(line->text());
         else if (const auto* const notes = qobject_cast<const QPlainTextEdit*>(control))
-            texts.append(notes->toPlainText());
+            texts.append(platform::textOf(*notes));
         else if (const auto* const box = qobject_cast<const QComboBox*>(control))
             texts.append(box->currentText());
         else if (const auto* const mark = qobject_cast<const QCheckBox*>(control))
@@ -278,7 +279,7 @@ private:
         if (log_.back() == u"frmMapProperties cmdAceptar click"_s &&
             (button == u"propiedades"_s || !tile.isEmpty())) {
             expected_.name = in<QLineEdit>(dialog, u"txtNombre"_s)->text();
-            expected_.notes = in<QPlainTextEdit>(dialog, u"txtNotas"_s)->toPlainText();
+            expected_.notes = platform::textOf(*in<QPlainTextEdit>(dialog, u"txtNotas"_s));
             expected_.north = number(u"cmbLatitudNorte"_s).toInt();
             expected_.south = number(u"cmbLatitudSur"_s).toInt();
             if (button == u"nuevo"_s) {
@@ -367,7 +368,7 @@ private:
         const QString name = in<QLineEdit>(form, u"txtNombre"_s)->text();
         if (log_.back().endsWith(u" Esc"_s) && !name.isEmpty())
             expected_.places[at] = {pin, name,
-                                    in<QPlainTextEdit>(form, u"txtInfo"_s)->toPlainText()};
+                                    platform::textOf(*in<QPlainTextEdit>(form, u"txtInfo"_s))};
     }
 
     void expectSaved(const Document& document)
