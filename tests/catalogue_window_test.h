@@ -90,22 +90,6 @@ protected:
         click(in<QToolButton>(editor, QStringLiteral("cmdGuardar")));
     }
 
-    /// Every text of a catalogue, item by item.
-    static QList<QStringList> contents(const Catalogue& catalogue)
-    {
-        QList<QStringList> all;
-        for (int i = 0; i < catalogue.items.count(); ++i) {
-            const platform::ListItem& item = catalogue.items.at(i);
-            QStringList texts{item.key(), item.text()};
-            for (const platform::ListColumn& field : catalogue.kind.fields) {
-                if (item.hasSubItem(field.key))
-                    texts.append(item.subItem(field.key));
-            }
-            all.append(texts);
-        }
-        return all;
-    }
-
     void expectReport(const QString& tail)
     {
         EXPECT_TRUE(boxes.asked().back().text.startsWith(QStringLiteral("Error ")));

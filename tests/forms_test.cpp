@@ -292,7 +292,8 @@ TEST_F(FormTest, ListsShowTheStartOfWhatIsCut)
     platform::ListItems items;
     items.setColumns({{u"a"_s, u"Texto"_s, 1200},
                       {u"b"_s, u"Precio"_s, 700, Qt::AlignRight},
-                      {u"c"_s, u"Componentes"_s, 1400}});
+                      {u"c"_s, u"Componentes"_s, 1400},
+                      {u"d"_s, u"Componentes"_s, 1100}});
     const auto add = [&](const QString& text) -> platform::ListItem& {
         platform::ListItem& item = items.add(text, text);
         item.setSubItem(u"b"_s, text);
@@ -318,7 +319,10 @@ TEST_F(FormTest, ListsShowTheStartOfWhatIsCut)
 
     // The arrow of a sorted column covers none of its header's text.
     QHeaderView& header = *list.header();
-    for (const int column : {0, 1, 2}) {
+    constexpr int arrowRoom = 9;
+    const int tight = 3; // its text fits without the arrow only
+    std::vector<QImage> ends;
+    for (const int column : {0, 1, 2, tight}) {
         const QRect place(header.sectionViewportPosition(column), 0, header.sectionSize(column),
                           header.height());
         header.setSortIndicatorShown(false);
@@ -326,6 +330,10 @@ TEST_F(FormTest, ListsShowTheStartOfWhatIsCut)
         QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, place.center());
         QTest::mouseMove(list.viewport(), QPoint(5, 150));
         const QImage sorted = header.viewport()->grab(place).toImage();
+        ends.push_back(
+            sorted.copy(sorted.width() - arrowRoom - 2, 3, arrowRoom, sorted.height() - 6));
+        if (column == tight)
+            continue;
         int arrow = 0;
         const auto ink = [](const QImage& image, int x, int y) {
             return qGray(image.pixel(x, y)) < 128;
@@ -338,4 +346,5 @@ TEST_F(FormTest, ListsShowTheStartOfWhatIsCut)
         }
         EXPECT_GT(arrow, 10);
     }
+    EXPECT_EQ(ends[tight], ends[0]) << "text where the arrow is";
 }
