@@ -1,6 +1,6 @@
 // Local maps: drawing one against copying its bytes once, and finding places for buildings with
 // running sums against adding up every place anew.
-#include "localmap/local_canvas.h"
+#include "app/workspace.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/random_source.h"
 #include "ratios.h"
@@ -18,8 +18,7 @@ struct Scene {
     Scene()
     {
         const platform::ScopedAppFolder data(QStringLiteral(KESTRUNE_DATA));
-        Palette palette(tilesLocalesKind());
-        loadDefinitions(palette, canvas.colTilesLocales, canvas.colMascarasLocales);
+        definitions.loadTilesLocales();
         platform::randomSource().seed(1);
         generarMapaLocal(map);
         canvas.crearBuffer(map.ancho, map.alto);
@@ -30,7 +29,8 @@ struct Scene {
         woods = sketch.rejilla;
     }
 
-    LocalCanvas canvas;
+    Workspace definitions;
+    LocalCanvas canvas{definitions.localPictures};
     LocalMap map;
     Rejilla woods; ///< a map before anything is built
 };

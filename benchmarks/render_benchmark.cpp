@@ -1,5 +1,6 @@
 // Drawing a whole map of 150 × 150 cells, against copying the same bytes once and against the same
 // job done by QPainter with pictures that are transparent outside their shape.
+#include "app/workspace.h"
 #include "platform/core/app_folder.h"
 #include "ratios.h"
 #include "worldmap/hex_geometry.h"
@@ -20,30 +21,27 @@ struct Scene {
     Scene()
     {
         const platform::ScopedAppFolder data(QStringLiteral(KESTRUNE_DATA));
-        Palette tiles(tilesKind());
-        Palette pins(pinesKind());
-        loadDefinitions(tiles, canvas.colTiles, canvas.colMascarasTiles);
-        loadDefinitions(pins, canvas.colPines, canvas.colMascarasPines);
-        map.ancho = side;
-        map.alto = side;
+        definitions.loadTiles();
+        definitions.loadPines();
         map.mapaTiles = platform::Grid<QString>(side, side);
-        map.mapaPines = platform::Grid<QString>(side, side);
         // Every tile in no order is the worst case; one cell in a hundred has a place.
         std::mt19937 engine(1);
         const auto anyOf = [&](const Palette& palette) {
             const auto count = static_cast<unsigned>(palette.items.count());
             return palette.items.at(static_cast<int>(engine() % count)).key();
         };
-        for (QString& tile : map.mapaTiles)
-            tile = anyOf(tiles);
-        for (QString& place : map.mapaPines) {
-            if (engine() % 100 == 0)
-                place = anyOf(pins) + u";Lugar;notas"_s;
+        for (int y = 0; y < side; ++y) {
+            for (int x = 0; x < side; ++x) {
+                map.mapaTiles(y, x) = anyOf(definitions.tiles);
+                if (engine() % 100 == 0)
+                    map.mapaPines.emplace(QPoint(x, y), Place{anyOf(definitions.pins), {}, {}});
+            }
         }
         canvas.crearBuffer(side, side);
     }
 
-    MapCanvas canvas;
+    Workspace definitions;
+    MapCanvas canvas{definitions.pictures};
     WorldMap map;
 };
 
@@ -94,7 +92,7 @@ void PaintCell(benchmark::State& state)
         ++step;
         const QPoint corner = hex::cellOrigin(cell.x(), cell.y());
         s.map.mapaTiles(cell.y(), cell.x()) = tile;
-        s.canvas.redrawCell(s.map, cell.x(), cell.y());
+        s.canvas.redrawCells(s.map, {&cell, 1});
         view.BitBlt(corner.x(), corner.y(), hex::cellWidth, hex::cellHeight, s.canvas.hdcBuffer,
                     corner.x(), corner.y(), platform::RasterOp::SRCCOPY);
         minimap.StretchBltPart(s.canvas.hdcBuffer,
@@ -133,8 +131,9 @@ QHash<QString, QImage> transparentPictures(const PictureCollection& pictures,
 void RenderWithQPainter(benchmark::State& state)
 {
     Scene& s = scene();
-    const auto tiles = transparentPictures(s.canvas.colTiles, s.canvas.colMascarasTiles);
-    const auto pins = transparentPictures(s.canvas.colPines, s.canvas.colMascarasPines);
+    const MapPictures& pictures = s.definitions.pictures;
+    const auto tiles = transparentPictures(pictures.colTiles, pictures.colMascarasTiles);
+    const auto pins = transparentPictures(pictures.colPines, pictures.colMascarasPines);
     QImage target(s.canvas.hdcBuffer.image().size(), QImage::Format_RGB32);
     target.fill(Qt::black);
     for ([[maybe_unused]] const auto iteration : state) {
@@ -142,9 +141,8 @@ void RenderWithQPainter(benchmark::State& state)
         for (int y = 0; y < side; ++y) {
             for (int x = 0; x < side; ++x) {
                 painter.drawImage(hex::cellOrigin(x, y), *tiles.constFind(s.map.mapaTiles(y, x)));
-                if (const QString& place = s.map.mapaPines(y, x); !place.isEmpty())
-                    painter.drawImage(hex::cellOrigin(x, y),
-                                      *pins.constFind(place.section(u';', 0, 0)));
+                if (const Place* const place = s.map.placeAt({x, y}))
+                    painter.drawImage(hex::cellOrigin(x, y), *pins.constFind(place->pin));
             }
         }
     }

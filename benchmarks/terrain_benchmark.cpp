@@ -27,8 +27,7 @@ void generate(benchmark::State& state, int alto, int ancho)
 {
     platform::randomSource().seed(1);
     WorldMap map;
-    map.ancho = ancho;
-    map.alto = alto;
+    map.mapaTiles = platform::Grid<QString>(alto, ancho);
     for ([[maybe_unused]] const auto iteration : state)
         generarTerreno(map);
 }
