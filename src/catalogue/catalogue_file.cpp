@@ -25,18 +25,24 @@ QString pathOf(const CatalogueKind& kind)
     return platform::inAppFolder(u"ini\\"_s + kind.file);
 }
 
-/// Pictures by their path: many records share one.
-using LoadedPictures = QHash<QString, QImage>;
+struct LoadedPicture {
+    QString path;
+    QImage image;
+};
+
+/// Pictures by what the records call them: many share one, and finding its file takes long.
+using LoadedPictures = QHash<QString, LoadedPicture>;
 
 /// Adds the picture of an item to its catalogue and returns its position.
 int addPicture(Catalogue& catalogue, const QString& key, const QString& image,
                LoadedPictures& loaded)
 {
-    const QString path = platform::inAppFolder(image);
-    QImage& picture = loaded[path];
-    if (picture.isNull())
-        picture = platform::loadPicture(path, catalogue.pictures.largest());
-    return catalogue.pictures.add(key, picture, path);
+    LoadedPicture& picture = loaded[image];
+    if (picture.image.isNull()) {
+        picture.path = platform::inAppFolder(image);
+        picture.image = platform::loadPicture(picture.path, catalogue.pictures.largest());
+    }
+    return catalogue.pictures.add(key, picture.image, picture.path);
 }
 
 void loadRecord(Catalogue& catalogue, const QStringList& fields, LoadedPictures& loaded)
