@@ -66,7 +66,7 @@ QString keepVersion(const QString& path, const QByteArray& bytes)
     // A clock that was set back must not make the newest version the first to go.
     if (!before.empty() && when < before.front().when.addSecs(1))
         when = before.front().when.addSecs(1);
-    const QString version = folder + u'/' + versionName(path, when);
+    QString version = folder + u'/' + versionName(path, when);
     if (!replaceFile(version, bytes))
         throw unwritable(version, u"la carpeta no admite archivos nuevos"_s);
     for (std::size_t i = maxKeptVersions - 1; i < before.size(); ++i)

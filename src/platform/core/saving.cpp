@@ -36,7 +36,7 @@ QString keepSomewhere(const QString& path)
     try {
         return keepVersion(path, bytes);
     } catch (const Error&) {
-        const QString copy = QDir::tempPath() + u'/' + QFileInfo(path).completeBaseName() +
+        QString copy = QDir::tempPath() + u'/' + QFileInfo(path).completeBaseName() +
                              QDateTime::currentDateTime().toString(u" yyyy-MM-dd HH.mm.ss."_s) +
                              QFileInfo(path).suffix();
         if (!replaceFile(copy, bytes))
