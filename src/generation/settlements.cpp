@@ -27,18 +27,11 @@ constexpr int nameTries = 20;
 QString freshName(const QSet<QString>& taken)
 {
     const auto make = [] { return asPlaceName(Procs::generarNombre(1, Procs::placeNames)); };
-    const auto isFree = [&](const QString& name) {
-        return !name.isEmpty() && !taken.contains(name);
-    };
+    const auto isTaken = [&](const QString& name) { return taken.contains(name); };
     QString name = make();
-    for (int i = 1; i < nameTries && !isFree(name); ++i)
+    for (int i = 1; i < nameTries && (name.isEmpty() || isTaken(name)); ++i)
         name = make();
-    if (name.isEmpty())
-        name = u"Poblado"_s;
-    QString numbered = name;
-    for (int numeral = 2; taken.contains(numbered); ++numeral)
-        numbered = u"%1 %2"_s.arg(name).arg(numeral);
-    return numbered;
+    return freeName(name.isEmpty() ? u"Poblado"_s : name, isTaken);
 }
 
 /// The pins that can be drawn, in the palette's order.

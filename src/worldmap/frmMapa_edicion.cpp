@@ -128,12 +128,12 @@ void FrmMapa::showTiles(const std::vector<QPoint>& cells)
 void FrmMapa::showPlaces(const std::vector<MapDocument::PlaceChange>& changes)
 {
     std::vector<QPoint> drawn;
-    for (const auto& [cell, pinBefore] : changes) {
+    for (const auto& [cell, pinBefore, hasNewTile] : changes) {
         const Place* const place = mapa().placeAt(cell);
-        if ((place ? place->pin : QString()) == pinBefore)
+        if ((place ? place->pin : QString()) == pinBefore && !hasNewTile)
             continue;
         drawn.push_back(cell);
-        if (place && pinBefore.isEmpty()) {
+        if (place && pinBefore.isEmpty() && !hasNewTile) {
             selectPin(place->pin);
             drawTile(hdcBuffer, cell.x(), cell.y());
         } else {

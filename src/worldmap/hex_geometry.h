@@ -42,6 +42,17 @@ constexpr const Neighbours& neighbours(int x)
     return (x & 1) != 0 ? neighboursOfOddColumn : neighboursOfEvenColumn;
 }
 
+/// How many steps from neighbour to neighbour lead from a cell to another.
+constexpr int distance(QPoint from, QPoint to)
+{
+    // Along axes that stand at 120 degrees to each other, steps add up.
+    constexpr auto axialRow = [](QPoint cell) { return 2 * cell.y() - cell.x() + (cell.x() & 1); };
+    const int columns = to.x() - from.x();
+    const int rows = (axialRow(to) - axialRow(from)) / 2;
+    constexpr auto absolute = [](int value) { return value < 0 ? -value : value; };
+    return (absolute(columns) + absolute(rows) + absolute(columns + rows)) / 2;
+}
+
 /// Size of the picture of a whole map. The last column's pictures are cut where the next column
 /// would begin.
 constexpr QSize mapSize(int columns, int rows)

@@ -1,5 +1,6 @@
 #include "worldmap/map_document.h"
 
+#include "worldmap/map_area.h"
 #include "worldmap/map_file.h"
 
 #include <algorithm>
@@ -9,10 +10,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString paintText(std::size_t cells)
+QString cellsText(const QString& verb, std::size_t cells)
 {
-    return cells == 1 ? u"pintar una casilla"_s : u"pintar %1 casillas"_s.arg(cells);
+    return verb + (cells == 1 ? u" una casilla"_s : u" %1 casillas"_s.arg(cells));
 }
+
+const QString painting = u"pintar"_s; // what strokes are called
 
 } // namespace
 
@@ -41,7 +44,7 @@ public:
         // The history hands its newest step over as it destroys it.
         auto* const later = const_cast<Step*>(static_cast<const Step*>(other));
         change_.append(std::move(later->change_));
-        setText(paintText(change_.tiles.size()));
+        setText(cellsText(painting, change_.tiles.size()));
         count();
         return true;
     }
@@ -118,7 +121,19 @@ QStringList MapDocument::saveMapa()
 
 void MapDocument::paint(std::span<const QPoint> cells, const QString& tile)
 {
-    MapChange painting;
+    paintCells(cells, tile, painting, stroke_);
+}
+
+void MapDocument::fill(QPoint cell, const QString& tile)
+{
+    paintCells(connectedArea(map_, cell), tile, u"rellenar"_s, noStroke);
+}
+
+void MapDocument::paintCells(std::span<const QPoint> cells, const QString& tile,
+                             const QString& verb, int stroke)
+{
+    MapChange change;
+    change.tiles.reserve(cells.size());
     std::vector<QPoint> asTheyAre;
     bool isDrawn = false;
     for (const QPoint cell : cells) {
@@ -126,10 +141,10 @@ void MapDocument::paint(std::span<const QPoint> cells, const QString& tile)
         if (map_.tileAt(cell) == tile)
             asTheyAre.push_back(cell);
         else
-            painting.setTile(cell, tile);
+            change.setTile(cell, tile);
     }
-    const QString text = paintText(painting.tiles.size());
-    push(std::move(painting), text, stroke_);
+    const QString text = cellsText(verb, change.tiles.size());
+    push(std::move(change), text, stroke);
     if (!asTheyAre.empty())
         emit tilesChanged(asTheyAre);
     mapaCambiado_ = mapaCambiado_ || isDrawn; // under a place only the map knows
@@ -142,6 +157,37 @@ void MapDocument::setPlace(QPoint cell, const Place& place)
     change.setPlace(cell, place);
     push(std::move(change), (isNew ? u"poner «%1»"_s : u"editar «%1»"_s).arg(place.name));
     mapaCambiado_ = mapaCambiado_ || isNew;
+}
+
+void MapDocument::removePlace(QPoint cell)
+{
+    const Place* const place = map_.placeAt(cell);
+    if (!place)
+        return;
+    MapChange removal;
+    removal.removePlace(cell);
+    change(std::move(removal), u"eliminar «%1»"_s.arg(place->name));
+}
+
+void MapDocument::movePlace(QPoint from, QPoint to)
+{
+    const Place* const place = map_.placeAt(from);
+    if (!place || map_.placeAt(to) || !map_.contains(to))
+        return;
+    MapChange move;
+    move.removePlace(from);
+    move.setPlace(to, *place);
+    change(std::move(move), u"mover «%1»"_s.arg(place->name));
+}
+
+void MapDocument::setPin(QPoint cell, const QString& pin)
+{
+    const Place* const place = map_.placeAt(cell);
+    if (!place)
+        return;
+    MapChange exchange;
+    exchange.setPlace(cell, {pin, place->name, place->notes});
+    change(std::move(exchange), u"cambiar el pin de «%1»"_s.arg(place->name));
 }
 
 void MapDocument::setProperties(const MapProperties& properties)
@@ -173,13 +219,16 @@ void MapDocument::announce(const MapChange& change)
         emit replaced();
         return;
     }
-    // The change holds now what the map held.
-    std::vector<PlaceChange> places;
-    for (const MapChange::Site& site : change.places)
-        places.push_back({site.cell, site.place.empty() ? QString() : site.place.mapped().pin});
     std::vector<QPoint> cells;
     for (const MapChange::Tile& tile : change.tiles)
         cells.push_back(tile.cell);
+    std::vector<QPoint> sorted = change.places.empty() ? std::vector<QPoint>() : cells;
+    std::sort(sorted.begin(), sorted.end(), RowMajor());
+    // The change holds now what the map held.
+    std::vector<PlaceChange> places;
+    for (const MapChange::Site& site : change.places)
+        places.push_back({site.cell, site.place.empty() ? QString() : site.place.mapped().pin,
+                          std::binary_search(sorted.begin(), sorted.end(), site.cell, RowMajor())});
     if (!cells.empty())
         emit tilesChanged(cells);
     if (!places.empty())

@@ -41,12 +41,18 @@ public:
     /// Paints cells with a tile. Cells that have it already are announced with the others: they are
     /// drawn again.
     void paint(std::span<const QPoint> cells, const QString& tile);
+    /// Paints a cell and all that hang together with it and have its tile.
+    void fill(QPoint cell, const QString& tile);
     /// What is painted between these two is one step.
     void beginStroke() { stroke_ = ++strokes_; }
     void endStroke() { stroke_ = noStroke; }
 
     /// Puts a place into a cell, new or in place of the one that is there.
     void setPlace(QPoint cell, const Place& place);
+    // Of the place that a cell has; a cell without one is let be, and so is a target that has one.
+    void removePlace(QPoint cell);
+    void movePlace(QPoint from, QPoint to);
+    void setPin(QPoint cell, const QString& pin);
     void setProperties(const MapProperties& properties);
     /// Does any change, as a step of that name ("mover un lugar").
     void change(MapChange change, const QString& text);
@@ -59,10 +65,11 @@ public:
     void undo();
     void redo();
 
-    /// A cell whose place changed, and the name of the pin that it had; empty if it had no place.
+    /// A cell whose place changed.
     struct PlaceChange {
         QPoint cell;
-        QString pinBefore;
+        QString pinBefore; ///< of the place that it had; empty if it had none
+        bool hasNewTile;   ///< its tile changed with it
     };
 
 signals:
@@ -79,6 +86,8 @@ signals:
 private:
     class Step;
     static constexpr int noStroke = -1;
+    void paintCells(std::span<const QPoint> cells, const QString& tile, const QString& verb,
+                    int stroke);
     /// Makes a change a step, and returns whether it was one.
     bool push(MapChange change, const QString& text, int stroke = noStroke);
     void announce(const MapChange& change);

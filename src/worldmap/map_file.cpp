@@ -175,24 +175,6 @@ QString storable(const QString& text, const QString& what)
     throw Error(ErrorNumber::BadCharacter, u"%1 no puede formar parte %2"_s.arg(name, what));
 }
 
-QString mapFileText(const WorldMap& map)
-{
-    const QString lineEnd = u"\r\n"_s;
-    QString text = storable(map.nombre, u"de un nombre de mapa"_s) + lineEnd;
-    text += u"%1;%2"_s.arg(map.alto()).arg(map.ancho()) + lineEnd;
-    text += u"%1;%2"_s.arg(map.latNorte).arg(map.latSur) + lineEnd;
-    text += storable(notesToFile(map.notasMapa), u"de las notas del mapa"_s) + lineEnd;
-    for (const QString& tile : map.mapaTiles)
-        text += tile + fieldSeparator;
-    text += lineEnd;
-    for (const auto& [cell, place] : map.mapaPines)
-        text += u"%1;%2;"_s.arg(cell.y()).arg(cell.x()) +
-                storable(place.pin, u"del nombre de un pin"_s) + fieldSeparator +
-                storable(place.name, u"del nombre de un lugar"_s) + fieldSeparator +
-                storable(notesToFile(place.notes), u"de las notas de un lugar"_s) + placeEnd;
-    return text + lineEnd;
-}
-
 } // namespace
 
 WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin,
@@ -252,10 +234,28 @@ QByteArray mapFileBytes(const WorldMap& map)
     if (const std::optional<QString> problem = mapNameProblem(map.nombre))
         throw fail(ErrorNumber::BadName, *problem);
     try {
-        return platform::encodeText(mapFileText(map));
+        return platform::encodeText(mapText(map));
     } catch (const Error& error) {
         throw fail(error.number, error.description);
     }
+}
+
+QString mapText(const WorldMap& map)
+{
+    const QString lineEnd = u"\r\n"_s;
+    QString text = storable(map.nombre, u"de un nombre de mapa"_s) + lineEnd;
+    text += u"%1;%2"_s.arg(map.alto()).arg(map.ancho()) + lineEnd;
+    text += u"%1;%2"_s.arg(map.latNorte).arg(map.latSur) + lineEnd;
+    text += storable(notesToFile(map.notasMapa), u"de las notas del mapa"_s) + lineEnd;
+    for (const QString& tile : map.mapaTiles)
+        text += tile + fieldSeparator;
+    text += lineEnd;
+    for (const auto& [cell, place] : map.mapaPines)
+        text += u"%1;%2;"_s.arg(cell.y()).arg(cell.x()) +
+                storable(place.pin, u"del nombre de un pin"_s) + fieldSeparator +
+                storable(place.name, u"del nombre de un lugar"_s) + fieldSeparator +
+                storable(notesToFile(place.notes), u"de las notas de un lugar"_s) + placeEnd;
+    return text + lineEnd;
 }
 
 QString mapFilePath(const QString& mapName)

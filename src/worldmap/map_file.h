@@ -38,6 +38,10 @@ inline QStringList saveMapFile(const WorldMap& map)
 /// The bytes of a map's file. Throws Error as saveMapFile does, but for writing.
 QByteArray mapFileBytes(const WorldMap& map);
 
+/// The text of a map's file. Throws Error (BadCharacter) for a text that would break its lines or
+/// fields.
+QString mapText(const WorldMap& map);
+
 /// The path of the file of a map of that name.
 QString mapFilePath(const QString& mapName);
 

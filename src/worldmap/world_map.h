@@ -4,6 +4,7 @@
 
 #include <QPoint>
 #include <QString>
+#include <functional>
 #include <map>
 
 /// A named pin on one cell of the world map.
@@ -59,3 +60,6 @@ struct WorldMap : MapProperties {
 
     bool operator==(const WorldMap&) const = default;
 };
+
+/// A name, with the first numeral behind it that makes it one which isn't taken, if it is.
+QString freeName(const QString& name, const std::function<bool(const QString&)>& isTaken);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "mapview/map_geometry.h"
+#include "worldmap/hex_geometry.h"
+
+/// The world map's cells as map views see them.
+class HexMapGeometry final : public MapGeometry
+{
+public:
+    QPolygon corners(QPoint cell) const override
+    {
+        constexpr int inset = 4; // of the upper and the lower side, as the tiles' masks have it
+        const QPolygon atOrigin{{{inset, 0},
+                                 {hex::cellWidth - inset, 0},
+                                 {hex::cellWidth, hex::cellHeight / 2},
+                                 {hex::cellWidth - inset, hex::cellHeight},
+                                 {inset, hex::cellHeight},
+                                 {0, hex::cellHeight / 2}}};
+        return atOrigin.translated(hex::cellOrigin(cell.x(), cell.y()));
+    }
+
+    QPoint across(QPoint cell, int side) const override
+    {
+        // From the upper side on, clockwise; columns beside an odd one begin half a cell higher.
+        const int down = cell.x() & 1;
+        const std::array<QPoint, 6> beyond{QPoint(0, -1),    QPoint(1, down - 1),
+                                           QPoint(1, down),  QPoint(0, 1),
+                                           QPoint(-1, down), QPoint(-1, down - 1)};
+        return cell + beyond.at(static_cast<std::size_t>(side));
+    }
+};
