@@ -5,6 +5,8 @@
 #include "catalogue/frmArmas.h"
 #include "catalogue/frmListaImagenes.h"
 
+#include <QHeaderView>
+
 using namespace Qt::StringLiterals;
 
 using platform::ListItem;
@@ -82,6 +84,75 @@ TEST_F(CatalogueWindowTest, ASaveTellsWhatItWrote)
     EXPECT_EQ(ui().lblEstado->text(), u"Guardado: 1 elemento de equipo"_s);
     EXPECT_TRUE(ui().avisos->isVisible());
     EXPECT_TRUE(ui().avisos->text().contains(u"sin leer por un error: 2."_s));
+}
+
+TEST_F(CatalogueWindowTest, AFilterHidesRowsAndNothingElse)
+{
+    replace(princ.armas, "Maza;1d6;;;;;;;;De hierro\r\nÁrbol;;;;;;;;;\r\nDaga;1d4;;;;;;;;\r\n");
+    choosePage(3);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&princ.window()));
+    platform::ListView& list = *ui().lvArmas;
+    platform::FilterBox& box = *ui().txtFiltroArmas;
+    const auto* const count = princ.window().findChild<QLabel*>(u"lblFiltroArmas"_s);
+    ASSERT_TRUE(count);
+    EXPECT_FALSE(count->isVisible());
+    const auto shown = [&] {
+        QStringList texts;
+        for (QModelIndex row = list.indexAt(QPoint(1, 1)); row.isValid();
+             row = list.indexBelow(row))
+            texts.append(row.data().toString());
+        return texts.join(u' ');
+    };
+    const auto type = [&](const QString& text) {
+        QTest::keyClick(&princ.window(), Qt::Key_F, Qt::ControlModifier);
+        ASSERT_EQ(QApplication::focusWidget(), &box);
+        QTest::keyClicks(&box, text);
+    };
+    list.select(princ.armas.items.at(2));
+    type(u"HIERRO maza"_s);
+    EXPECT_EQ(shown(), u"Maza"_s);
+    EXPECT_EQ(count->text(), u"1 de 3"_s);
+    EXPECT_TRUE(count->isVisible());
+    click(ui().cmdDeleteArma); // what is selected can't be seen: asks nothing
+    EXPECT_EQ(list.selectedItem()->text(), u"Daga"_s);
+    type(u"a"_s);
+    EXPECT_EQ(shown(), u"Maza Árbol Daga"_s);
+    list.header()->sectionClicked(0);
+    EXPECT_EQ(shown(), u"Árbol Daga Maza"_s);
+    type(u"arbol"_s);
+    list.header()->sectionClicked(1);
+    EXPECT_EQ(shown(), u"Árbol"_s);
+    QTest::keyClick(&box, Qt::Key_Down);
+    EXPECT_EQ(QApplication::focusWidget(), &list);
+    EXPECT_EQ(list.selectedItem()->text(), u"Árbol"_s);
+    click(ui().cmdGuardarArmas);
+    EXPECT_EQ(app.read(u"ini/Armas.ini"_s).count('\n'), 4) << "all items are saved";
+
+    // An item that a filter hides is removed, made and changed as any other.
+    princ.armas.items.remove(*princ.armas.items.find(u"Maza"_s));
+    EXPECT_EQ(count->text(), u"1 de 2"_s);
+    click(ui().cmdNewArma);
+    frmArmas().ui().txtNombre->setText(u"Arco"_s);
+    save(&frmArmas().window());
+    EXPECT_TRUE(box.text().isEmpty());
+    EXPECT_EQ(list.selectedItem()->text(), u"Arco"_s);
+    EXPECT_EQ(shown(), u"Árbol Arco Daga"_s);
+    box.setText(u"daga"_s);
+    QWidget* const editor = open(&list, u"Daga"_s);
+    in(editor, u"txtNombre"_s)->setText(u"Puñal"_s);
+    save(editor);
+    EXPECT_EQ(list.selectedItem()->text(), u"Puñal"_s);
+    EXPECT_EQ(shown(), u"Árbol Arco Puñal"_s);
+
+    princ.window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&princ.window()));
+    type(u"x"_s);
+    EXPECT_EQ(shown(), QString());
+    EXPECT_EQ(count->text(), u"0 de 3"_s);
+    QTest::keyClick(&box, Qt::Key_Escape);
+    EXPECT_TRUE(box.text().isEmpty());
+    EXPECT_EQ(shown(), u"Árbol Arco Puñal"_s);
+    EXPECT_FALSE(count->isVisible());
 }
 
 TEST_F(CatalogueWindowTest, PicturesTakeWhatIsShownOfThem)

@@ -5,6 +5,7 @@
 #include "platform/core/random_source.h"
 #include "platform/core/text_codec.h"
 #include "platform/core/text_file.h"
+#include "platform/core/text_filter.h"
 #include "support.h"
 
 #include <QAbstractItemModelTester>
@@ -318,4 +319,39 @@ TEST(ListItems, SortsAsTextBySpanishRulesAndKeepsSelection)
     items.find(u"oca"_s)->setIcon(7);
     ASSERT_EQ(changes.count(), 1);
     EXPECT_EQ(changes[0][0].toModelIndex().row(), 3);
+}
+
+TEST(TextFilter, FindsEveryWordWhateverItsCaseAndAccents)
+{
+    ListItems list;
+    ListItem& item = list.add(u"clave"_s, u"Árbol An\u0303ejo"_s);
+    item.setSubItem(u"peso"_s, u"½ kg\u00A0"_s); // not one of the columns
+    item.setSubItem(u"notas"_s, u"uno\ndos"_s);
+    QStringList parts; // of the text, and of one another
+    for (int i = 0; i < 5000; ++i)
+        parts.append(u"arbol"_s.mid(i % 4, 1 + i % 3));
+    const std::vector<std::pair<QString, bool>> cases{{{}, true},
+                                                      {u" \t\u00A0\n"_s, true},
+                                                      {u"\u0301"_s, true},
+                                                      {u"arbol"_s, true},
+                                                      {u"ÁRB"_s, true},
+                                                      {u"A\u0301rbol"_s, true},
+                                                      {u"añejo"_s, true},
+                                                      {u"anejo arbol"_s, true},
+                                                      {u"dos ½ \u00E1 uno"_s, true},
+                                                      {u"1⁄2"_s, true},
+                                                      {u"unodos"_s, false},
+                                                      {u"arbol x"_s, false},
+                                                      {u"clave"_s, false},
+                                                      {QString(u'\0'), false},
+                                                      {QString(10'000, u'a'), false},
+                                                      {parts.join(u' '), true}};
+    for (const auto& [typed, matches] : cases) {
+        SCOPED_TRACE(typed.left(20).toStdString());
+        EXPECT_EQ(platform::TextFilter(typed).matches(item.searchText()), matches);
+    }
+    EXPECT_TRUE(platform::TextFilter(u" \u0301"_s).isEmpty());
+    item.setText(u"Roble"_s);
+    item.setSubItem(u"notas"_s, u"seco"_s);
+    EXPECT_TRUE(platform::TextFilter(u"seco roble"_s).matches(item.searchText()));
 }

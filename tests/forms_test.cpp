@@ -207,6 +207,22 @@ TEST_F(FormTest, AClickOnAHeaderSortsAscendingEveryTime)
                   Qt::AlignRight,
               Qt::AlignRight);
 
+    // What is filtered away stays chosen, also when the palette is loaded again.
+    frmTiles().window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frmTiles().window()));
+    QTest::keyClick(&list, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), u"nada de nada"_s);
+    EXPECT_EQ(list.hiddenRows(), frmTiles().palette.items.count());
+    EXPECT_EQ(frmTiles().selectedName(), selected);
+    workspace.loadTiles();
+    EXPECT_EQ(list.hiddenRows(), frmTiles().palette.items.count());
+    frmTiles().ui().txtFiltro->setText(selected);
+    EXPECT_LT(list.hiddenRows(), frmTiles().palette.items.count());
+    frmTiles().selectFirst();
+    frmTiles().ui().txtFiltro->clear();
+    EXPECT_EQ(list.hiddenRows(), 0);
+    list.select(*frmTiles().palette.items.find(selected));
+
     frmTiles().window().close(); // by its box: the definitions stay
     EXPECT_FALSE(frmTiles().isVisible());
     EXPECT_EQ(frmTiles().selectedName(), selected);

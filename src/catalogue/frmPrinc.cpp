@@ -33,7 +33,8 @@ auto command(Action action)
 template <typename Editor>
 void openSelected(platform::ListView& list)
 {
-    if (const platform::ListItem* const item = list.selectedItem())
+    const platform::ListItem* const item = list.selectedItem();
+    if (item && list.isShown(*item))
         platform::FormRegistry::another<Editor>().editItem(*item);
 }
 
@@ -54,6 +55,7 @@ void FrmPrinc::setUp(Catalogue& catalogue, const Page& page, Editor& (*shared)()
 {
     platform::ListView& list = *page.list;
     list.setItems(catalogue.items, catalogue.pictures);
+    page.filter->filter(list);
     list.setDragEnabled(true); // nothing takes what is dropped: the drag is only seen
     const auto open = command([&list] { openSelected<Editor>(list); });
     const auto remove = command([this, &catalogue, &list] { deleteSelected(catalogue, list); });
@@ -66,6 +68,8 @@ void FrmPrinc::setUp(Catalogue& catalogue, const Page& page, Editor& (*shared)()
     onKey(Qt::Key_Return, open);
     onKey(Qt::Key_Enter, open);
     onKey(Qt::Key_Delete, remove);
+    auto* const search = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), page.filter);
+    QObject::connect(search, &QShortcut::activated, page.filter, &platform::FilterBox::beginSearch);
 
     showPicture(*page.newItem, u"elemento_nuevo"_s);
     showPicture(*page.deleteItem, u"elemento_borrar"_s);
@@ -88,11 +92,18 @@ void FrmPrinc::Form_Load()
     QObject::connect(c.TabStrip, &QTabBar::currentChanged, &window(),
                      [this](int tab) { TabStrip_Click(tab); });
 
-    setUp(armas, {c.lvArmas, c.cmdNewArma, c.cmdDeleteArma, c.cmdGuardarArmas}, &frmArmas);
-    setUp(armaduras, {c.lvArmaduras, c.cmdNewArmadura, c.cmdDeleteArmadura, c.cmdGuardarArmaduras},
+    setUp(armas, {c.lvArmas, c.txtFiltroArmas, c.cmdNewArma, c.cmdDeleteArma, c.cmdGuardarArmas},
+          &frmArmas);
+    setUp(armaduras,
+          {c.lvArmaduras, c.txtFiltroArmaduras, c.cmdNewArmadura, c.cmdDeleteArmadura,
+           c.cmdGuardarArmaduras},
           &frmArmaduras);
-    setUp(equipo, {c.lvEquipo, c.cmdNewEquipo, c.cmdDeleteEquipo, c.cmdGuardarEquipo}, &frmEquipo);
-    setUp(conjuros, {c.lvConjuros, c.cmdNewConjuro, c.cmdDeleteConjuro, c.cmdGuardarConjuros},
+    setUp(equipo,
+          {c.lvEquipo, c.txtFiltroEquipo, c.cmdNewEquipo, c.cmdDeleteEquipo, c.cmdGuardarEquipo},
+          &frmEquipo);
+    setUp(conjuros,
+          {c.lvConjuros, c.txtFiltroConjuros, c.cmdNewConjuro, c.cmdDeleteConjuro,
+           c.cmdGuardarConjuros},
           &frmConjuros);
     QObject::connect(c.cmdDungeon, &QPushButton::clicked, &window(),
                      command([] { frmMapaLocal().show(); }));
@@ -117,7 +128,7 @@ void FrmPrinc::TabStrip_Click(int tab)
 void FrmPrinc::deleteSelected(Catalogue& catalogue, platform::ListView& list)
 {
     const platform::ListItem* const item = list.selectedItem();
-    if (!item)
+    if (!item || !list.isShown(*item))
         return;
     const QString key = item->key();
     const auto answer = platform::MsgBox::show(

@@ -32,6 +32,7 @@ private:
     /// The controls of one catalogue's page.
     struct Page {
         platform::ListView* list;
+        platform::FilterBox* filter;
         QToolButton* newItem;
         QToolButton* deleteItem;
         QToolButton* save;

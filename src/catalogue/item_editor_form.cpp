@@ -220,6 +220,7 @@ void ItemEditor::changeItem()
     writeFields(*item);
     item->setKey(itemKey());
     kind_->catalogue().items.sortAgain();
+    kind_->list().select(*item);
 }
 
 void ItemEditor::cmdBuscarImagenes_Click()

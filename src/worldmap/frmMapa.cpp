@@ -37,6 +37,7 @@ void FrmMapa::Form_Load()
                         {u"x"_s, u"X"_s, 700},
                         {u"y"_s, u"Y"_s, 700}});
     ui().lvLugares->setItems(lugares, frmPines().palette.images);
+    ui().txtFiltroLugares->filter(*ui().lvLugares);
     loadBanner();
     loadCommands();
     platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);

@@ -21,7 +21,7 @@ const std::vector<platform::Menu>& menus()
     static const std::vector<platform::Menu> all{
         {u"&Archivo"_s,
          {u"nuevo"_s, u"abrir"_s, u"guardar"_s, u"guardarComo"_s, {}, u"catalogo"_s}},
-        {u"&Edición"_s, {u"deshacer"_s, u"rehacer"_s}},
+        {u"&Edición"_s, {u"deshacer"_s, u"rehacer"_s, {}, u"buscarLugar"_s}},
         {u"&Ver"_s, {u"minimapa"_s, u"tiles"_s, u"pines"_s}},
         {u"&Mapa"_s, {u"generar"_s, u"propiedades"_s, {}, u"caminos"_s, u"clima"_s}},
         {u"A&yuda"_s, {u"acercaDe"_s}}};
@@ -75,6 +75,10 @@ std::vector<platform::Command> FrmMapa::commands()
          .run = [this](bool) { documento.redo(); },
          .isPossible = [this] { return documento.canRedo(); },
          .textNow = [this] { return withStep(u"&Rehacer"_s, documento.redoText()); }},
+        {.key = u"buscarLugar"_s,
+         .text = u"&Buscar lugar"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+F"_s)},
+         .run = [this](bool) { ui().txtFiltroLugares->beginSearch(); }},
         {.key = u"minimapa"_s,
          .text = u"&Minimapa"_s,
          .tip = u"Mostrar minimapa"_s,

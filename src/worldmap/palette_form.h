@@ -7,6 +7,8 @@
 #include "platform/forms/list_view.h"
 #include "worldmap/definitions.h"
 
+#include <QShortcut>
+
 /// What the three palette windows have in common: a report list of definitions. Closing one by its
 /// box only hides it, because its list is also where definitions are looked up.
 template <typename Design, auto ListControl>
@@ -58,6 +60,10 @@ protected:
     {
         this->window().setWindowFlags(Qt::Tool);
         list().setItems(palette.items, palette.images);
+        platform::FilterBox& box = *this->ui().txtFiltro;
+        box.filter(list());
+        auto* const search = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), &this->window());
+        QObject::connect(search, &QShortcut::activated, &box, &platform::FilterBox::beginSearch);
     }
 
     void closeBox() override

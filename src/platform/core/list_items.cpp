@@ -1,6 +1,7 @@
 #include "platform/core/list_items.h"
 
 #include "platform/core/error.h"
+#include "platform/core/text_filter.h"
 
 #include <QCollator>
 #include <algorithm>
@@ -18,6 +19,7 @@ void ListItem::setIcon(int icon)
 void ListItem::setText(const QString& text)
 {
     text_ = text;
+    searchText_ = QString();
     owner_->itemChanged(*this);
 }
 
@@ -52,7 +54,19 @@ void ListItem::setSubItem(const QString& key, const QString& text)
         subItems_[static_cast<std::size_t>(found - subItems_.data())].text = text;
     else
         subItems_.push_back({key, text});
+    searchText_ = QString();
     owner_->itemChanged(*this);
+}
+
+const QString& ListItem::searchText() const
+{
+    if (searchText_.isNull()) {
+        QString all = text_ + u'\n';
+        for (const SubItem& subItem : subItems_)
+            all += subItem.text + u'\n';
+        searchText_ = foldText(all);
+    }
+    return searchText_;
 }
 
 void ListItems::setColumns(const std::vector<ListColumn>& columns)

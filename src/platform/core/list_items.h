@@ -37,6 +37,8 @@ public:
     const QString& subItem(const QString& key) const;
     /// Adds the sub-item, or replaces its text.
     void setSubItem(const QString& key, const QString& text);
+    /// All of the item's texts, a line each, folded as a TextFilter takes them.
+    const QString& searchText() const;
 
 private:
     friend class ListItems;
@@ -60,6 +62,7 @@ private:
     QString text_;
     int icon_ = 0;
     std::vector<SubItem> subItems_;
+    mutable QString searchText_; ///< null until it is asked for
 };
 
 /// The ordered, keyed list behind every list view: a catalogue, a palette, a list of files. It is

@@ -202,6 +202,7 @@ void ListView::setItems(ListItems& items, const ImageList& icons)
     attach(*this, items, icons);
     applyColumns();
     connect(&items, &QAbstractItemModel::modelReset, this, &ListView::applyColumns);
+    connect(&items, &QAbstractItemModel::rowsRemoved, this, &ListView::rowsShownChanged);
 }
 
 void ListView::applyColumns()
@@ -227,7 +228,78 @@ void ListView::selectFirst()
 
 void ListView::select(const ListItem& item)
 {
+    if (!isShown(item)) {
+        setFilter({});
+        emit filterDropped();
+    }
     selectIn(*this, *items_, item);
+}
+
+bool ListView::isShown(const ListItem& item) const
+{
+    return !isRowHidden(items_->positionOf(item), {});
+}
+
+void ListView::setFilter(const TextFilter& filter)
+{
+    filter_ = filter;
+    filterRows(0, items_->count() - 1);
+}
+
+void ListView::filterRows(int first, int last)
+{
+    for (int row = first; row <= last; ++row) {
+        const bool hides = isFiltered() && !filter_.matches(items_->at(row).searchText());
+        if (hides == isRowHidden(row, {}))
+            continue;
+        setRowHidden(row, {}, hides);
+        hiddenRows_ += hides ? 1 : -1;
+    }
+    emit rowsShownChanged();
+}
+
+void ListView::enterRows()
+{
+    setFocus();
+    const ListItem* const selected = selectedItem();
+    if (selected && isShown(*selected))
+        return;
+    for (int row = 0; row < items_->count(); ++row) {
+        if (!isRowHidden(row, {})) {
+            select(items_->at(row));
+            return;
+        }
+    }
+}
+
+void ListView::reset()
+{
+    QTreeView::reset(); // shows all rows
+    hiddenRows_ = 0;
+    if (isFiltered())
+        filterRows(0, items_->count() - 1);
+}
+
+void ListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                           const QList<int>& roles)
+{
+    QTreeView::dataChanged(topLeft, bottomRight, roles);
+    if (isFiltered())
+        filterRows(topLeft.row(), bottomRight.row());
+}
+
+void ListView::rowsInserted(const QModelIndex& parent, int start, int end)
+{
+    QTreeView::rowsInserted(parent, start, end);
+    if (isFiltered())
+        filterRows(start, end);
+}
+
+void ListView::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end)
+{
+    for (int row = start; row <= end; ++row)
+        hiddenRows_ -= isRowHidden(row, parent) ? 1 : 0;
+    QTreeView::rowsAboutToBeRemoved(parent, start, end);
 }
 
 void ListView::mouseDoubleClickEvent(QMouseEvent* event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/core/list_items.h"
+#include "platform/core/text_filter.h"
 #include "platform/gdi/image_list.h"
 
 #include <QListView>
@@ -19,22 +20,46 @@ public:
     void setItems(ListItems& items, const ImageList& icons);
     ListItem* selectedItem();
     void selectFirst();
-    /// Selects one of the list's items and scrolls to it.
+    /// Selects one of the list's items and scrolls to it; a filter that hides it is dropped.
     void select(const ListItem& item);
+
+    /// Hides the rows of the items that a filter doesn't let through. They stay in the list, and
+    /// one of them selected.
+    void setFilter(const TextFilter& filter);
+    bool isFiltered() const { return !filter_.isEmpty(); }
+    int hiddenRows() const { return hiddenRows_; }
+    /// Whether the filter lets one of the list's items through.
+    bool isShown(const ListItem& item) const;
+    /// Gives the list the focus, with the first of the rows to be seen selected if none of them is.
+    void enterRows();
+
+    void reset() override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QList<int>& roles = {}) override;
 
 signals:
     /// A double click anywhere in the list, on a row or below them.
     void dblClick();
+    /// There are other rows to be seen, or as many of other ones.
+    void rowsShownChanged();
+    /// The filter was taken away to show an item.
+    void filterDropped();
 
 protected:
+    void rowsInserted(const QModelIndex& parent, int start, int end) override;
+    void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
 private:
     void applyColumns();
+    void filterRows(int first, int last);
+
     ListItems* items_ = nullptr;
     std::size_t columnsApplied_ = 0;
+    TextFilter filter_;
+    int hiddenRows_ = 0;
 };
 
 /// Shows a ListItems as large icons with the text below.
