@@ -20,6 +20,7 @@
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
+using platform::endProgram;
 using platform::Error;
 using platform::ErrorNumber;
 namespace MsgBox = platform::MsgBox;
@@ -27,7 +28,8 @@ namespace MsgBox = platform::MsgBox;
 namespace {
 
 /// A window with counters, on the design of a real one.
-class Counting final : public platform::Form<Ui::FrmProgreso>
+template <typename Form>
+class CountingForm final : public Form
 {
 public:
     int loads = 0;
@@ -43,6 +45,8 @@ protected:
     }
     void Form_Unload() override { ++unloads; }
 };
+using Counting = CountingForm<platform::Form<Ui::FrmProgreso>>;
+using CountingDialog = CountingForm<platform::Dialog<Ui::FrmListaArchivos>>;
 
 } // namespace
 
@@ -70,17 +74,40 @@ TEST_F(FormTest, TouchingAControlLoadsWithoutShowing)
     EXPECT_EQ(form.loads, 2);
 }
 
-TEST_F(FormTest, AModalWindowReturnsWhenHiddenOrUnloaded)
+TEST_F(FormTest, AModalWindowIsADialogAndReturnsWhenHiddenOrUnloaded)
 {
-    Counting form;
+    Counting owner;
+    owner.show();
+    QApplication::setActiveWindow(&owner.window());
+    CountingDialog form;
     duringModal([&] { form.showModal(); },
                 [&] {
-                    EXPECT_EQ(QApplication::activeModalWidget(), &form.window());
+                    QWidget& dialog = form.window();
+                    EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
+                    EXPECT_TRUE(qobject_cast<QDialog*>(&dialog));
+                    EXPECT_EQ(dialog.windowHandle()->transientParent(),
+                              owner.window().windowHandle());
+                    EXPECT_TRUE(dialog.windowFlags() & Qt::WindowStaysOnTopHint);
+                    CountingDialog above;
+                    duringModal([&] { above.showModal(); },
+                                [&] {
+                                    EXPECT_EQ(QApplication::activeModalWidget(), &above.window());
+                                    QWidget* const button = above.ui().cmdCancelar;
+                                    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
+                                    QCoreApplication::sendEvent(button, &held);
+                                    EXPECT_TRUE(above.isVisible());
+                                    QTest::keyClick(button, Qt::Key_Return);
+                                });
+                    EXPECT_TRUE(above.isLoaded());
+                    EXPECT_TRUE(form.isVisible());
                     form.hide();
                 });
     EXPECT_TRUE(form.isLoaded());
     duringModal([&] { form.showModal(); }, [&] { form.unload(); });
     EXPECT_FALSE(form.isLoaded());
+    QTimer::singleShot(0, qApp, [&] { duringModal([&] { form.showModal(); }, endProgram); });
+    EXPECT_EQ(QApplication::exec(), 0) << "a dialog doesn't keep the program from ending";
+    form.unload();
     form.onLoad = [] { throw Error(ErrorNumber::BadFormat, u"roto"_s); };
     EXPECT_THROW(form.ui(), Error);
     EXPECT_THROW(form.showModal(), Error);

@@ -255,7 +255,7 @@ TEST_F(MapEditTest, ANewMapTakesWhatThePropertiesSay)
                     dialog.txtNombre->setText(u"Ávila"_s);
                     dialog.cmbAncho->setCurrentText(u"75"_s);
                     dialog.txtNotas->setPlainText(u"uno\n\u00A0dos"_s);
-                    QTest::mouseClick(dialog.cmdAceptar, Qt::LeftButton);
+                    QTest::keyClick(dialog.txtNombre, Qt::Key_Return);
                 });
     EXPECT_EQ(frmMapa().window().windowTitle(), u"Ávila"_s);
     EXPECT_EQ(frmMapa().mapa().mapaTiles.columns(), 75);

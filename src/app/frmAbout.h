@@ -4,14 +4,11 @@
 #include "ui_frmAbout.h"
 
 /// The About box: picture, title and version of the program, and a contact line.
-class FrmAbout final : public platform::Form<Ui::FrmAbout>
+class FrmAbout final : public platform::Dialog<Ui::FrmAbout>
 {
 protected:
     void Form_Load() override;
-    bool Form_KeyDown(const QKeyEvent& event) override;
-
-private:
-    void cmdOK_Click();
+    void Form_Rejected() override { unload(); }
 };
 
 FrmAbout& frmAbout();

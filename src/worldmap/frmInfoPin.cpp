@@ -17,7 +17,6 @@ FrmInfoPin& frmInfoPin()
 
 void FrmInfoPin::Form_Load()
 {
-    window().setWindowFlags(Qt::Dialog);
     platform::guardText(*ui().txtNombre);
     platform::guardText(*ui().txtInfo);
     ui().cmdGenerarNombre->setIcon(platform::pixelIcon({QImage(u":/pictures/dado.gif"_s)}));
@@ -34,10 +33,7 @@ bool FrmInfoPin::Form_KeyDown(const QKeyEvent& event)
         ui().txtInfo->insertPlainText(u"\n"_s); // as Enter alone does, and as in the catalogue
         return true;
     }
-    if (event.key() != Qt::Key_Escape || event.modifiers() != Qt::NoModifier)
-        return false;
-    hide();
-    return true;
+    return false;
 }
 
 void FrmInfoPin::cmdGenerarNombre_Click()

@@ -3,7 +3,6 @@
 #include "platform/core/app_folder.h"
 
 #include <QDir>
-#include <QKeyEvent>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -15,7 +14,6 @@ FrmListaArchivos& frmListaArchivos()
 
 void FrmListaArchivos::Form_Load()
 {
-    window().setWindowFlags(Qt::Dialog);
     if (imgArchivos_.count() == 0)
         imgArchivos_.add(u"mapa"_s, QImage(u":/pictures/archivo_mapa.gif"_s));
     files_.clear();
@@ -26,7 +24,7 @@ void FrmListaArchivos::Form_Load()
         hide(); // also beside the files
     });
     QObject::connect(ui().cmdAbrir, &QPushButton::clicked, &window(), [this] { choose(); });
-    QObject::connect(ui().cmdCancelar, &QPushButton::clicked, &window(), [this] { cancel(); });
+    QObject::connect(ui().cmdCancelar, &QPushButton::clicked, &dialog(), &QDialog::reject);
 }
 
 void FrmListaArchivos::Form_Activate()
@@ -53,34 +51,11 @@ void FrmListaArchivos::listFiles()
         files_.add(name, name).setIcon(icono);
 }
 
-bool FrmListaArchivos::Form_KeyDown(const QKeyEvent& event)
-{
-    if (event.modifiers() & ~Qt::KeypadModifier)
-        return false;
-    switch (event.key()) {
-    case Qt::Key_Escape:
-        cancel();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        ui().cmdCancelar->hasFocus() ? cancel() : choose();
-        return true;
-    default:
-        return false;
-    }
-}
-
 void FrmListaArchivos::choose()
 {
     const platform::ListItem* const file = ui().lvListaArchivos->selectedItem();
     if (!file)
         return;
     caminoArchivo = platform::inAppFolder(camino) + u'/' + file->text();
-    hide();
-}
-
-void FrmListaArchivos::cancel()
-{
-    caminoArchivo.clear();
     hide();
 }

@@ -6,7 +6,7 @@
 
 /// The file list dialog: shows the files of a folder and lets the user choose one. Callers set the
 /// public variables, show it modally and read caminoArchivo.
-class FrmListaArchivos final : public platform::Form<Ui::FrmListaArchivos>
+class FrmListaArchivos final : public platform::Dialog<Ui::FrmListaArchivos>
 {
 public:
     QString camino;        ///< folder below AppFolder
@@ -17,13 +17,12 @@ public:
 protected:
     void Form_Load() override;
     void Form_Activate() override;
-    bool Form_KeyDown(const QKeyEvent& event) override;
+    void Form_Rejected() override { caminoArchivo.clear(); }
 
 private:
     void listFiles();
     /// Takes the file selected, if there is one, and closes the dialog.
     void choose();
-    void cancel();
 
     platform::ListItems files_;
     platform::ImageList imgArchivos_;

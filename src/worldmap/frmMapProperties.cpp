@@ -7,7 +7,6 @@
 #include "platform/forms/text_guard.h"
 #include "worldmap/map_file.h"
 
-#include <QKeyEvent>
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
@@ -78,7 +77,6 @@ FrmMapProperties& frmMapProperties()
 
 void FrmMapProperties::Form_Load()
 {
-    window().setWindowFlags(Qt::Dialog);
     Ui::FrmMapProperties& controls = ui();
     for (QComboBox* const sizes : {controls.cmbAlto, controls.cmbAncho})
         sizes->addItems({u"50"_s, u"75"_s, u"100"_s, u"150"_s});
@@ -102,8 +100,7 @@ void FrmMapProperties::Form_Load()
                      [this] { platform::runCommand([this] { cmdGenerarNombre_Click(); }); });
     QObject::connect(controls.cmdAceptar, &QPushButton::clicked, &window(),
                      [this] { cmdAceptar_Click(); });
-    QObject::connect(controls.cmdCancelar, &QPushButton::clicked, &window(),
-                     [this] { cmdCancelar_Click(); });
+    QObject::connect(controls.cmdCancelar, &QPushButton::clicked, &dialog(), &QDialog::reject);
 }
 
 void FrmMapProperties::fill(const MapProperties& properties, QSize size)
@@ -171,14 +168,6 @@ void FrmMapProperties::offerListedValues()
     updateZona();
 }
 
-bool FrmMapProperties::Form_KeyDown(const QKeyEvent& event)
-{
-    if (event.key() != Qt::Key_Escape || event.modifiers() != Qt::NoModifier)
-        return false;
-    cmdCancelar_Click();
-    return true;
-}
-
 /// Keeps the north at least a step above the south: the list that the user chose from is set back
 /// to the nearest latitude that is, and a message says why. Where the other list shows a latitude
 /// of the map's own that leaves no choice, that one gives way.
@@ -233,11 +222,5 @@ void FrmMapProperties::cmdAceptar_Click()
         return;
     }
     cancelado = false;
-    hide();
-}
-
-void FrmMapProperties::cmdCancelar_Click()
-{
-    cancelado = true;
-    hide();
+    dialog().accept();
 }

@@ -7,7 +7,7 @@
 /// The properties dialog: name, size, latitudes and notes of a map. It is hidden, never unloaded,
 /// between uses, so it keeps its last values. The caller fills or enables its lists, shows it
 /// modally, and reads it when it wasn't cancelled.
-class FrmMapProperties final : public platform::Form<Ui::FrmMapProperties>
+class FrmMapProperties final : public platform::Dialog<Ui::FrmMapProperties>
 {
 public:
     bool cancelado = false; ///< the dialog was closed with "Cancelar" or by its box
@@ -30,15 +30,14 @@ public:
 
 protected:
     void Form_Load() override;
-    bool Form_KeyDown(const QKeyEvent& event) override;
-    void closeBox() override { cmdCancelar_Click(); }
+    void Form_Rejected() override { cancelado = true; }
+    void closeBox() override { dialog().reject(); }
 
 private:
     void latitudeChosen(bool north);
     void updateZona();
     void cmdGenerarNombre_Click();
     void cmdAceptar_Click();
-    void cmdCancelar_Click();
 };
 
 FrmMapProperties& frmMapProperties();

@@ -2,6 +2,7 @@
 
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
+#include "platform/forms/placement.h"
 #include "platform/forms/text_guard.h"
 #include "worldmap/frmListaArchivos.h"
 #include "worldmap/frmMapProperties.h"
@@ -167,6 +168,7 @@ void FrmMapa::saveAs()
             box->setObjectName(u"txtNombre"_s);
             platform::guardText(*box);
         }
+        platform::putAboveActiveWindow(dialog);
         if (dialog.exec() != QDialog::Accepted)
             return;
         name = dialog.textValue();

@@ -5,7 +5,9 @@
 
 #include <QFont>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QLibraryInfo>
+#include <QPushButton>
 #include <QTextDocument>
 #include <QToolTip>
 #include <QWidget>
@@ -43,6 +45,13 @@ void substituteFonts()
         QFont::insertSubstitution(QString::fromLatin1(sans), u"Liberation Sans"_s);
 }
 
+/// A dialog's button takes Enter, which may be held down since the key that opened the dialog.
+bool isHeldOnButton(const QObject& receiver, const QKeyEvent& key)
+{
+    return key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
+           qobject_cast<const QPushButton*>(&receiver);
+}
+
 } // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv)
@@ -70,6 +79,9 @@ try {
 
 bool Application::eventFilter(QObject* receiver, QEvent* event)
 {
+    if (event->type() == QEvent::KeyPress &&
+        isHeldOnButton(*receiver, *static_cast<QKeyEvent*>(event)))
+        return true;
     auto* const widget = qobject_cast<QWidget*>(receiver);
     if (event->type() != QEvent::ToolTip || !widget || !Qt::mightBeRichText(widget->toolTip()))
         return QApplication::eventFilter(receiver, event);

@@ -4,7 +4,6 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
@@ -24,71 +23,91 @@ FormRegistry* currentRegistry = nullptr;
 
 } // namespace
 
-bool FormWindow::event(QEvent* event)
+/// Hands the events of a form's window on to the form.
+class FormEvents final : public QObject
 {
-    const bool used = QWidget::event(event);
-    // Qt gives the window system the application's name for an empty title.
-    if ((event->type() == QEvent::WindowTitleChange || event->type() == QEvent::Show) &&
-        windowTitle().isEmpty() && windowHandle())
-        windowHandle()->setTitle(u" "_s);
-    if (event->type() == QEvent::WindowActivate && form_)
-        form_->Form_Activate();
-    return used;
-}
+public:
+    FormEvents(FormBase& form, QWidget& window) : QObject(&window), form_(&form), window_(&window)
+    {
+        window.installEventFilter(this);
+    }
+    /// Cuts the window off from its form: nothing is reported any more.
+    void detach() { form_ = nullptr; }
 
-void FormWindow::closeEvent(QCloseEvent* event)
-{
-    // What closing means is the form's to say; Qt itself must not hide the window behind its back.
-    event->ignore();
-    if (form_)
-        form_->closeBox();
-}
+    bool eventFilter(QObject* /*window*/, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::Close:
+            // What closing means is the form's to say; Qt itself must not hide the window.
+            event->ignore();
+            if (form_)
+                form_->closeBox();
+            return true;
+        case QEvent::KeyPress:
+            return takesKey(*static_cast<QKeyEvent*>(event));
+        case QEvent::Resize:
+            if (form_ && form_->isLoaded())
+                form_->Form_Resize();
+            return false;
+        case QEvent::Show:
+            fillTitle();
+            if (form_ && !event->spontaneous())
+                form_->Form_Activate();
+            return false;
+        case QEvent::WindowActivate:
+            if (form_)
+                form_->Form_Activate();
+            return false;
+        case QEvent::WindowTitleChange:
+            fillTitle();
+            return false;
+        default:
+            return false;
+        }
+    }
 
-void FormWindow::resizeEvent(QResizeEvent* event)
-{
-    QWidget::resizeEvent(event);
-    if (form_ && form_->isLoaded())
-        form_->Form_Resize();
-}
+private:
+    /// A key held down acts once: it may be the one that opened the window.
+    bool takesKey(const QKeyEvent& key)
+    {
+        return key.isAutoRepeat() || (form_ && form_->Form_KeyDown(key));
+    }
 
-void FormWindow::keyPressEvent(QKeyEvent* event)
-{
-    // A key held down acts once: it may be the one that opened the window.
-    if (event->isAutoRepeat() || !form_ || !form_->Form_KeyDown(*event))
-        QWidget::keyPressEvent(event);
-}
+    /// Qt gives the window system the application's name for an empty title.
+    void fillTitle()
+    {
+        if (window_->windowTitle().isEmpty() && window_->windowHandle())
+            window_->windowHandle()->setTitle(u" "_s);
+    }
 
-void FormWindow::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    if (form_ && !event->spontaneous())
-        form_->Form_Activate();
-}
-
-void FormWindow::hideEvent(QHideEvent* event)
-{
-    QWidget::hideEvent(event);
-    if (form_ && !event->spontaneous())
-        form_->endModal();
-}
+    FormBase* form_;
+    QWidget* window_;
+};
 
 FormBase::~FormBase()
 {
     discardWindow();
 }
 
-void FormBase::discardWindow()
+void FormBase::detachWindow()
 {
-    if (window_)
-        window_->detach();
-    window_.reset();
+    if (events_)
+        events_->detach();
+    events_ = nullptr;
     placed_ = false;
 }
 
-FormWindow& FormBase::window()
+void FormBase::discardWindow()
+{
+    detachWindow();
+    window_.reset();
+}
+
+QWidget& FormBase::window()
 {
     if (!window_) {
         window_ = buildWindow();
+        events_ = new FormEvents(*this, *window_);
         try {
             Form_Load();
         } catch (...) {
@@ -104,25 +123,10 @@ FormWindow& FormBase::window()
 
 void FormBase::show()
 {
-    window().setWindowModality(Qt::NonModal);
     window().setWindowState(window().windowState() & ~Qt::WindowMinimized);
     window().show();
     window().raise();
     window().activateWindow();
-}
-
-void FormBase::showModal()
-{
-    window().setWindowModality(Qt::ApplicationModal);
-    window().setWindowFlag(Qt::WindowStaysOnTopHint); // no topmost palette may cover it
-    QEventLoop loop;
-    modalLoop_ = &loop;
-    window().show();
-    window().raise();
-    window().activateWindow();
-    if (modalLoop_) // the window may have hidden itself while it was shown
-        loop.exec();
-    modalLoop_ = nullptr;
 }
 
 void FormBase::moveTo(QPoint position)
@@ -163,19 +167,20 @@ void FormBase::unload()
     Form_Unload();
     if (!window_) // the handler unloaded it already
         return;
-    FormWindow* const window = window_.release();
-    placed_ = false;
-    window->detach();
+    detachWindow();
+    QWidget* const window = window_.release();
     window->hide();
     window->deleteLater();
-    endModal();
 }
 
-void FormBase::endModal()
+void DialogBase::showModal()
 {
-    if (modalLoop_)
-        modalLoop_->exit();
-    modalLoop_ = nullptr;
+    // Connected anew each time, as the window may be another one by now.
+    const auto rejected =
+        QObject::connect(&dialog(), &QDialog::rejected, &dialog(), [this] { Form_Rejected(); });
+    putAboveActiveWindow(dialog());
+    dialog().exec();
+    QObject::disconnect(rejected);
 }
 
 FormRegistry::FormRegistry()

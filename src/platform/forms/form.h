@@ -1,35 +1,16 @@
 #pragma once
 
-#include <QWidget>
+#include <QDialog>
 #include <functional>
 #include <memory>
 #include <vector>
 
-class QEventLoop;
+class QKeyEvent;
 
 namespace platform {
 
 class FormBase;
-
-/// The top-level widget of a loaded form; it hands window events on to its form.
-class FormWindow : public QWidget
-{
-public:
-    explicit FormWindow(FormBase& form) : form_(&form) {}
-    /// Cuts the window off from its form: it reports nothing any more.
-    void detach() { form_ = nullptr; }
-
-protected:
-    bool event(QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-
-private:
-    FormBase* form_;
-};
+class FormEvents;
 
 /// A window of the program as other code addresses it. The object lives for the whole run; its
 /// controls come and go: they are built, unshown, the first time something touches them ("loading")
@@ -46,12 +27,9 @@ public:
     bool isVisible() const { return window_ && window_->isVisible(); }
 
     /// The window, loaded if it wasn't.
-    FormWindow& window();
+    QWidget& window();
     /// Shows the window and returns at once.
     void show();
-    /// Shows the window above all others, which take no input meanwhile, and returns when it is
-    /// hidden or unloaded.
-    void showModal();
     /// Puts the window's top left corner at a position of the screen, or as near to it as the whole
     /// window can be seen.
     void moveTo(QPoint position);
@@ -65,7 +43,7 @@ public:
     void unload();
 
 protected:
-    virtual std::unique_ptr<FormWindow> buildWindow() = 0;
+    virtual std::unique_ptr<QWidget> buildWindow() = 0;
     /// Runs once after the controls are built, before anything else sees them.
     virtual void Form_Load() {}
     /// Runs each time the window is shown or becomes the active one.
@@ -79,36 +57,51 @@ protected:
     virtual bool Form_KeyDown(const QKeyEvent& /*event*/) { return false; }
 
 private:
-    friend class FormWindow;
+    friend class FormEvents;
     friend class FormRegistry;
-    void endModal();
+    void detachWindow();
     void discardWindow();
 
-    std::unique_ptr<FormWindow> window_;
-    bool placed_ = false; ///< by showBeside
-    QEventLoop* modalLoop_ = nullptr;
+    std::unique_ptr<QWidget> window_;
+    FormEvents* events_ = nullptr; ///< a child of the window
+    bool placed_ = false;          ///< by showBeside
 };
 
-/// A form whose controls come from a Designer file: Design is the class that uic makes of it.
-template <typename Design>
-class Form : public FormBase
+/// A form that is shown modally, as a dialog of the toolkit.
+class DialogBase : public FormBase
+{
+public:
+    /// Shows the dialog above all windows, which take no input meanwhile, and returns when it is
+    /// hidden or unloaded.
+    void showModal();
+
+protected:
+    QDialog& dialog() { return static_cast<QDialog&>(window()); }
+    /// The dialog was rejected, by Escape or a button, and is hidden.
+    virtual void Form_Rejected() {}
+};
+
+/// A form whose controls come from a Designer file: Design is the class that uic makes of it, for
+/// the toolkit's class Window.
+template <typename Design, typename Window = QWidget, typename Base = FormBase>
+class Form : public Base
 {
 public:
     /// The controls; touching them loads the window.
-    Design& ui() { return static_cast<DesignedWindow&>(window()).design; }
+    Design& ui() { return static_cast<DesignedWindow&>(this->window()).design; }
 
 protected:
-    std::unique_ptr<FormWindow> buildWindow() override
-    {
-        return std::make_unique<DesignedWindow>(*this);
-    }
+    std::unique_ptr<QWidget> buildWindow() override { return std::make_unique<DesignedWindow>(); }
 
 private:
-    struct DesignedWindow final : FormWindow {
-        explicit DesignedWindow(FormBase& form) : FormWindow(form) { design.setupUi(this); }
+    struct DesignedWindow final : Window {
+        DesignedWindow() { design.setupUi(this); }
         Design design;
     };
 };
+
+template <typename Design>
+using Dialog = Form<Design, QDialog, DialogBase>;
 
 /// Owns every form of the run. One is made in main after the application object; each test makes
 /// its own, and so gets fresh windows.

@@ -1,5 +1,7 @@
 #include "platform/forms/msg_box.h"
 
+#include "platform/forms/placement.h"
+
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -44,11 +46,11 @@ protected:
 void fill(QMessageBox& box, const Asked& asked)
 {
     box.setObjectName(u"MsgBox"_s);
-    box.setWindowFlag(Qt::WindowStaysOnTopHint); // no topmost palette may cover it
     box.setWindowTitle(asked.title);
     box.setTextFormat(Qt::PlainText); // a "<" in a file's name is no markup
     box.setText(asked.text);
     box.setIcon(qtIcon(asked.icon));
+    putAboveActiveWindow(box);
 }
 
 } // namespace

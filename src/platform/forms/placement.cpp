@@ -1,5 +1,8 @@
 #include "platform/forms/placement.h"
 
+#include <QApplication>
+#include <QWidget>
+#include <QWindow>
 #include <algorithm>
 
 namespace platform {
@@ -34,6 +37,15 @@ QRect besideMap(QSize tool, QRect map, QRect owner, QRect screen, double height)
         std::max(0, std::min(map.bottom() + 1, screen.bottom() + 1) - top - place.height());
     place.moveTop(top + static_cast<int>(spare * height));
     return place;
+}
+
+void putAboveActiveWindow(QWidget& dialog)
+{
+    dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+    dialog.winId(); // makes its window
+    const QWidget* const active = QApplication::activeWindow();
+    if (active != &dialog)
+        dialog.windowHandle()->setTransientParent(active ? active->windowHandle() : nullptr);
 }
 
 } // namespace platform
