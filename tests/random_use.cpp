@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QTabBar>
 #include <QToolButton>
@@ -41,6 +42,15 @@ bool RandomUse::isOn(const QString& form, const QString& button)
 
 void RandomUse::use(QWidget& form)
 {
+    if (auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+        QAction* const command = anyOf(menu->actions());
+        tell(*menu, command->objectName());
+        menu->close();
+        if (command->objectName() != u"moverLugar"_s) // it waits for a click
+            command->trigger();
+        usedKey(form);
+        return;
+    }
     form.activateWindow(); // as a click does; keys go to the active window's focus
     QCoreApplication::processEvents();
     QWidgetList controls;
@@ -156,7 +166,9 @@ void RandomUse::keyOf(const QList<QKeyCombination>& keys, QWidget& control)
     const QKeyCombination key = anyOf(keys);
     control.setFocus();
     tell(control, QKeySequence(key).toString(QKeySequence::PortableText));
+    const QWidget& form = *control.window();
     QTest::keyClick(&control, key.key(), key.keyboardModifiers());
+    usedKey(form);
 }
 
 void RandomUse::press(QAbstractButton& button)

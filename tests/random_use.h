@@ -16,6 +16,8 @@ protected:
     virtual void pressed(const QString& form, const QString& button) = 0;
     /// A mouse button was pressed at the first of these points of a map and released at the last.
     virtual void usedMap(QWidget& map, const QList<QPoint>& way, Qt::MouseButton button) = 0;
+    /// A key was pressed in a window, or a context menu used.
+    virtual void usedKey(const QWidget& form) = 0;
 
     /// Does something with a window, or with one of its controls.
     void use(QWidget& form);

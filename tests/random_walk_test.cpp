@@ -77,11 +77,15 @@ void expectEqual(const Document& one, const Document& other)
     EXPECT_EQ(one.places, other.places);
 }
 
-/// What a control shows, without those that lie over it.
+/// What a control shows, without those that lie over it and without outlines and marks.
 QImage pixels(QWidget* control)
 {
+    auto* const box = qobject_cast<platform::PictureBox*>(control);
+    const auto over = box ? std::exchange(box->drawOver, nullptr) : nullptr;
     QImage image(control->size(), QImage::Format_RGB32);
     control->render(&image, {}, {}, QWidget::DrawWindowBackground);
+    if (box)
+        box->drawOver = over;
     return image;
 }
 
@@ -324,7 +328,16 @@ private:
         else if (frmMapa().accion == PaintTiles && button == Qt::LeftButton)
             expectPainted(way, isClick);
         else if (frmMapa().accion == SetPlaces && isClick && isOnMap(cell))
-            expectPlace(cell);
+            expectPlace(hex::cellAt(way.front()) + firstCell(), cell);
+    }
+
+    /// Keys and the menu of a place change places, too; the document is taken at its word.
+    void usedKey(const QWidget& form) override
+    {
+        if (form.objectName() != u"frmMapa"_s)
+            return;
+        expected_ = documentOf(frmMapa().mapa());
+        dialog_.clear();
     }
 
     /// Every cell on the way has the chosen tile; a place spares its cell from a drag.
@@ -351,11 +364,17 @@ private:
             paint(way.back(), true);
     }
 
-    /// Of a click in a cell while places are set.
-    void expectPlace(QPoint cell)
+    /// Of a click in a cell while places are set, or a place that was dragged there.
+    void expectPlace(QPoint from, QPoint cell)
     {
         const std::pair at(cell.y(), cell.x());
         const bool isNew = !expected_.places.contains(at);
+        const std::pair pressed(from.y(), from.x());
+        if (from != cell && expected_.places.contains(pressed)) {
+            const QStringList dragged = expected_.places.extract(pressed).mapped();
+            expected_.places[isNew ? at : pressed] = dragged;
+            return;
+        }
         const QString form = u"frmInfoPin"_s;
         const QString pin =
             isNew ? chosen(u"frmPines"_s, u"lvPines"_s) : expected_.places[at].front();

@@ -16,12 +16,15 @@ struct CellOutline {
     bool isDashed = false;
 
     bool contains(QPoint cell) const;
+    bool operator==(const CellOutline&) const = default;
 };
 
 /// A disc in the middle of a cell.
 struct CellMark {
     QPoint cell;
     QColor color;
+
+    bool operator==(const CellMark&) const = default;
 };
 
 /// Something drawn over the view of a map that is no part of its picture.

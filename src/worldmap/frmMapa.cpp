@@ -40,16 +40,9 @@ void FrmMapa::Form_Load()
     ui().txtFiltroLugares->filter(*ui().lvLugares);
     loadBanner();
     loadCommands();
+    loadPlaceMenus();
     platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);
-    QObject::connect(ui().imgMapa, &platform::PictureBox::mouseMoved, &window(),
-                     [this](QPoint position, Qt::MouseButtons held) {
-                         platform::runCommand([&] { imgMapa_MouseMove(position, held); });
-                     });
-    QObject::connect(ui().imgMapa, &platform::PictureBox::clicked, &window(),
-                     [this] { platform::runCommand([this] { imgMapa_Click(); }); });
-    QObject::connect(
-        ui().imgMapa, &platform::PictureBox::released, &window(),
-        [this](Qt::MouseButton button) { platform::runCommand([&] { imgMapa_MouseUp(button); }); });
+    connectPointer();
     frmTiles().closed = [this] { ui().tiles->trigger(); };
     QObject::connect(ui().lvLugares, &QAbstractItemView::doubleClicked, &window(),
                      [this] { platform::runCommand([this] { lvLugares_DblClick(); }); });
@@ -59,6 +52,23 @@ void FrmMapa::Form_Load()
     // Without its definitions the window can draw nothing, but it comes up and says why.
     platform::runCommand([this] { loadTiles(); });
     platform::runCommand([this] { loadPines(); });
+}
+
+void FrmMapa::connectPointer()
+{
+    platform::PictureBox* const view = ui().imgMapa;
+    view->drawOver = [this](QPainter& painter) { drawOverlays(painter); };
+    using platform::PictureBox;
+    QObject::connect(view, &PictureBox::mouseMoved, &window(),
+                     [this](QPoint position, Qt::MouseButtons held, Qt::KeyboardModifiers keys) {
+                         platform::runCommand([&] { imgMapa_MouseMove(position, held, keys); });
+                     });
+    QObject::connect(view, &PictureBox::mouseLeft, &window(), [this] { imgMapa_MouseLeave(); });
+    QObject::connect(view, &PictureBox::clicked, &window(),
+                     [this] { platform::runCommand([this] { imgMapa_Click(); }); });
+    QObject::connect(view, &PictureBox::released, &window(), [this](Qt::MouseButton button) {
+        platform::runCommand([&] { imgMapa_MouseUp(button); });
+    });
 }
 
 void FrmMapa::loadTiles()

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "app/workspace.h"
+#include "mapview/overlay.h"
 #include "platform/core/list_items.h"
 #include "platform/forms/commands.h"
 #include "platform/forms/form.h"
 #include "ui_frmMapa.h"
 #include "worldmap/map_canvas.h"
 #include "worldmap/map_document.h"
+#include "worldmap/map_tools.h"
 #include "worldmap/map_window.h"
 
 #include <array>
@@ -74,6 +76,7 @@ protected:
     void Form_Activate() override;
     void Form_Resize() override;
     void Form_Unload() override;
+    bool Form_KeyDown(const QKeyEvent& event) override;
 
 private:
     /// A whole map made ready to be shown.
@@ -92,8 +95,9 @@ private:
                                 [this]() -> const QWidget& { return *ui().imgMapa; },
                                 [this] { ui().minimapa->setChecked(false); }};
     std::optional<platform::CommandSet> commands_;
-    std::optional<QPoint> dragPosition_; ///< where the pointer last was with the left button held
-    std::unique_ptr<Shown> prepared_;    ///< for the map that the document is about to get
+    MapTools tools_;
+    std::vector<Overlay> overlays_;   ///< as they are on the screen
+    std::unique_ptr<Shown> prepared_; ///< for the map that the document is about to get
 
     void loadTiles();
     void loadPines();
@@ -104,6 +108,10 @@ private:
     void editProperties();
     void saveAs();
     std::vector<platform::Command> commands();
+    std::vector<platform::Command> documentCommands();
+    std::vector<platform::Command> modeCommands();
+    std::vector<platform::Command> toolCommands();
+    std::vector<platform::Command> placeCommands();
     void loadCommands();
 
     // What follows the document's announcements.
@@ -115,18 +123,59 @@ private:
     void copyView();
     std::unique_ptr<Shown> prepare(const WorldMap& map) const;
 
-    void imgMapa_MouseMove(QPoint position, Qt::MouseButtons held);
+    // What the pointer does.
+    void connectPointer();
+    void imgMapa_MouseMove(QPoint position, Qt::MouseButtons held, Qt::KeyboardModifiers keys);
     void imgMapa_Click();
     void imgMapa_MouseUp(Qt::MouseButton button);
+    void imgMapa_MouseLeave();
+    void beginGesture(Qt::KeyboardModifiers keys);
+    void continueGesture(QPoint position);
     /// The cell under the mouse, in map coordinates.
     QPoint mapCell() const { return mouseCell + QPoint(currX, currY); }
     /// Whether the mouse is over a cell of the map that can be seen.
     bool mouseOnMap() const { return isShown(mouseCell); }
     /// Whether a cell, relative to the view, isn't above or left of it and lies on the map.
     bool isShown(QPoint viewCell) const;
+    /// The cell that can be seen next to a cell, which may lie outside the map.
+    QPoint nearestShown(QPoint mapCell) const;
     void dragPaint(QPoint from, QPoint to);
     void paintTile(QPoint cell);
+    void fillArea(QPoint cell);
     void setPlace(QPoint cell);
+    void editPlace(QPoint cell, QPoint dialogPosition);
+    void markRoadEnd(Qt::MouseButton button);
+
+    // Tools, beside the modes.
+    void setAccion(Accion mode);
+    bool leaveTool();
+    void changeBrush(int by);
+    void pickUp();
+    void pickUp(QPoint cell);
+    void setSelecting(bool on);
+    void select(const std::optional<QRect>& cells);
+    void copySelection();
+    void cutSelection();
+    void pasteClipboard();
+    std::vector<Overlay> overlays();
+    void drawOverlays(QPainter& painter);
+    QRect visibleCells();
+    /// Brings status line, pointer and overlays up to what the tools are now.
+    void showTools();
+    QString clickText();
+    QString cellText() const;
+    Qt::CursorShape toolCursor();
+
+    // Places.
+    std::optional<QPoint> placeInHand();
+    void editInHand();
+    void removeInHand();
+    void moveInHand();
+    void repinInHand();
+    void movePlace(QPoint from, QPoint to);
+    void showPlaceMenu(QPoint cell);
+    void loadPlaceMenus();
+
     void showEdits(const std::vector<QPoint>& cells);
 
     static void list(const WorldMap& map, platform::ListItems& places);

@@ -64,6 +64,8 @@ void FrmMapa::showReplaced()
         inicioX = inicioY = -1;
     if (!mapa().contains({finX, finY}))
         finX = finY = -1;
+    tools_.selection.reset();
+    tools_.moving.reset();
     currX = 0;
     currY = 0;
     hdcBuffer = std::move(shown->canvas.hdcBuffer);
@@ -121,7 +123,7 @@ void FrmMapa::openMapa()
     const platform::TextFile file = platform::readTextFile(list.caminoArchivo);
     WorldMap opened = readDrawableMap(file, workspace().pictures);
     prepared_ = prepare(opened);
-    accion = NoEditing;
+    setAccion(NoEditing);
     documento.openMapa(std::move(opened), file.known);
     if (const std::optional<QString> problem = mapNameProblem(mapa().nombre))
         ui().avisos->tell(QStringList(u"El mapa no se podrá guardar con el nombre que tiene: %1. "

@@ -1,41 +1,81 @@
-// Editing on the map window: painting terrain and setting places.
+// What the pointer does on the map window: painting terrain, setting places, choosing cells.
 
-#include "platform/forms/application.h"
-#include "platform/forms/msg_box.h"
-#include "platform/forms/text_guard.h"
-#include "worldmap/frmInfoPin.h"
 #include "worldmap/frmMapa.h"
-#include "worldmap/frmMinimap.h"
-#include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
 #include "worldmap/hex_geometry.h"
+#include "worldmap/map_area.h"
 
 #include <algorithm>
-#include <iterator>
 
 using namespace Qt::StringLiterals;
 
-void FrmMapa::imgMapa_MouseMove(QPoint position, Qt::MouseButtons held)
+using Gesture = MapTools::Gesture;
+
+void FrmMapa::imgMapa_MouseMove(QPoint position, Qt::MouseButtons held, Qt::KeyboardModifiers keys)
 {
     mouseCell = hex::cellAt(position);
+    tools_.pointerInView = ui().imgMapa->rect().contains(position);
     const QPoint cell = mapCell();
     const Place* const place = mouseOnMap() ? mapa().placeAt(cell) : nullptr;
     ui().imgMapa->setToolTip(place ? place->name : QString());
     ui().lblPosicion->setText(u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()));
 
-    if (!(held & Qt::LeftButton) || accion != PaintTiles) {
-        dragPosition_.reset();
-        return;
-    }
-    if (!dragPosition_)
+    const bool left = held.testFlag(Qt::LeftButton);
+    if (left && !std::exchange(tools_.leftHeld, true))
+        beginGesture(keys);
+    tools_.leftHeld = left;
+    if (left)
+        continueGesture(position);
+    showTools();
+}
+
+void FrmMapa::imgMapa_MouseLeave()
+{
+    tools_.pointerInView = false;
+    showTools();
+}
+
+/// The left button was pressed: what its drag and its release do is settled now.
+void FrmMapa::beginGesture(Qt::KeyboardModifiers keys)
+{
+    const bool canPick = accion == PaintTiles || accion == SetPlaces;
+    tools_.pressed = mapCell();
+    tools_.strokeEnd.reset();
+    tools_.outcome.clear();
+    tools_.gesture = Gesture::Used;
+    if (tools_.moving) {
+        if (mouseOnMap())
+            movePlace(*tools_.moving, tools_.pressed);
+    } else if (canPick && (tools_.isPicking || keys.testFlag(Qt::AltModifier))) {
+        if (mouseOnMap())
+            pickUp(tools_.pressed);
+    } else if (tools_.isSelecting) {
+        tools_.gesture = Gesture::Select;
+        select({});
+    } else if (accion == PaintTiles) {
+        tools_.gesture = tools_.isFilling ? Gesture::Fill : Gesture::Stroke;
         documento.beginStroke();
-    const QPoint from = dragPosition_.value_or(position);
-    dragPosition_ = position;
-    try {
-        dragPaint(from, position);
-    } catch (...) {
-        dragPosition_.reset();
-        throw;
+    } else {
+        tools_.gesture = accion == SetPlaces ? Gesture::Place : Gesture::None;
+    }
+}
+
+void FrmMapa::continueGesture(QPoint position)
+{
+    if (tools_.gesture == Gesture::Select) {
+        const QPoint from = nearestShown(tools_.pressed);
+        const QPoint to = nearestShown(mapCell());
+        select(QRect(QPoint(std::min(from.x(), to.x()), std::min(from.y(), to.y())),
+                     QPoint(std::max(from.x(), to.x()), std::max(from.y(), to.y()))));
+    } else if (tools_.gesture == Gesture::Stroke) {
+        const QPoint from = tools_.strokeEnd.value_or(position);
+        tools_.strokeEnd = position;
+        try {
+            dragPaint(from, position);
+        } catch (...) {
+            tools_.gesture = Gesture::None; // the click may try again, the drag doesn't
+            throw;
+        }
     }
 }
 
@@ -46,12 +86,16 @@ void FrmMapa::dragPaint(QPoint from, QPoint to)
     const QPoint way = to - from;
     const int steps = std::max({1, std::abs(way.x()), std::abs(way.y())});
     std::vector<QPoint> cells;
+    QPoint before(-1, -1);
     for (int step = 0; step <= steps; ++step) {
         const QPoint viewCell = hex::cellAt(from + way * step / steps);
-        const QPoint cell = viewCell + QPoint(currX, currY);
-        if (isShown(viewCell) && !mapa().placeAt(cell) &&
-            std::find(cells.begin(), cells.end(), cell) == cells.end())
-            cells.push_back(cell);
+        const QPoint centre = viewCell + QPoint(currX, currY);
+        if (!isShown(viewCell) || centre == std::exchange(before, centre))
+            continue;
+        for (const QPoint cell : cellsAround(mapa(), centre, tools_.brushRadius)) {
+            if (!mapa().placeAt(cell) && std::find(cells.begin(), cells.end(), cell) == cells.end())
+                cells.push_back(cell);
+        }
     }
     if (cells.empty())
         return;
@@ -66,100 +110,52 @@ bool FrmMapa::isShown(QPoint viewCell) const
            mapa().contains(viewCell + QPoint(currX, currY));
 }
 
-void FrmMapa::imgMapa_Click()
+QPoint FrmMapa::nearestShown(QPoint mapCell) const
 {
-    if (!mouseOnMap())
-        return;
-    const QPoint cell = mapCell();
-    if (accion == PaintTiles)
-        paintTile(cell);
-    else if (accion == SetPlaces)
-        setPlace(cell);
+    return {std::clamp(mapCell.x(), currX, std::max(currX, mapa().ancho() - 1)),
+            std::clamp(mapCell.y(), currY, std::max(currY, mapa().alto() - 1))};
 }
 
-/// Paints a cell with the tile selected in the palette. Under a place only the document changes.
+void FrmMapa::imgMapa_Click()
+{
+    if (!mouseOnMap() || tools_.gesture == Gesture::Used || tools_.gesture == Gesture::Select)
+        return;
+    const QPoint cell = mapCell();
+    if (tools_.gesture == Gesture::Fill) {
+        if (cell == tools_.pressed) // it isn't dragged
+            fillArea(cell);
+    } else if (accion == PaintTiles) {
+        paintTile(cell);
+    } else if (accion == SetPlaces) {
+        const bool isDragged = cell != tools_.pressed && mapa().placeAt(tools_.pressed);
+        isDragged ? movePlace(tools_.pressed, cell) : setPlace(cell);
+    }
+}
+
+void FrmMapa::imgMapa_MouseUp(Qt::MouseButton button)
+{
+    const bool isFree = tools_.gesture == Gesture::None;
+    if (button == Qt::LeftButton)
+        tools_.gesture = Gesture::None;
+    if (accion == DrawRoads && mouseOnMap() && isFree && !tools_.isSelecting)
+        markRoadEnd(button);
+    else if (accion == SetPlaces && mouseOnMap() && button == Qt::RightButton)
+        showPlaceMenu(mapCell());
+    showTools();
+}
+
+/// Paints the cells under the brush with the tile selected in the palette. Under a place only the
+/// document changes.
 void FrmMapa::paintTile(QPoint cell)
 {
     const QString tile = frmTiles().selectedName();
     selectTile(tile); // fails, with nothing changed, for a tile without a picture
-    documento.paint({&cell, 1}, tile);
+    documento.paint(cellsAround(mapa(), cell, tools_.brushRadius), tile);
 }
 
-/// Asks for the place of a cell and puts it there; an existing one gets a new name and notes.
-void FrmMapa::setPlace(QPoint cell)
+void FrmMapa::fillArea(QPoint cell)
 {
-    const Place* const there = mapa().placeAt(cell);
-    Place place = there ? *there : Place{frmPines().selectedName(), {}, {}};
-    selectPin(place.pin); // fails, with nothing changed, for a pin without a picture
-
-    FrmInfoPin& dialog = frmInfoPin();
-    dialog.ui().txtNombre->setText(place.name);
-    dialog.ui().txtInfo->setPlainText(place.notes);
-    const QPoint corner = hex::cellOrigin(mouseCell.x(), mouseCell.y());
-    dialog.moveTo(ui().imgMapa->mapToGlobal(corner + QPoint(hex::cellWidth, hex::cellHeight)));
-    const auto isTaken = [&](const QString& name) {
-        const QPoint* const other = mapa().cellOf(name);
-        return other && *other != cell;
-    };
-    dialog.showModal();
-    while (isTaken(dialog.ui().txtNombre->text())) {
-        platform::MsgBox::show(u"Ya hay un lugar con ese nombre."_s, u"Error"_s,
-                               platform::MsgBox::Icon::Critical);
-        dialog.showModal();
-    }
-    place.name = dialog.ui().txtNombre->text();
-    place.notes = platform::textOf(*dialog.ui().txtInfo);
-    if (!place.name.isEmpty())
-        documento.setPlace(cell, place);
-}
-
-/// Draws painted cells. Under a place the new terrain shows when the map is next drawn whole.
-void FrmMapa::showTiles(const std::vector<QPoint>& cells)
-{
-    std::vector<QPoint> drawn;
-    std::copy_if(cells.begin(), cells.end(), std::back_inserter(drawn),
-                 [this](QPoint cell) { return !mapa().placeAt(cell); });
-    redrawCells(mapa(), drawn);
-    showEdits(drawn);
-}
-
-/// Draws new pins over what is there, a road too; a cell that lost its pin is drawn anew. A place
-/// that keeps its pin changes nothing in the picture.
-void FrmMapa::showPlaces(const std::vector<MapDocument::PlaceChange>& changes)
-{
-    std::vector<QPoint> drawn;
-    for (const auto& [cell, pinBefore, hasNewTile] : changes) {
-        const Place* const place = mapa().placeAt(cell);
-        if ((place ? place->pin : QString()) == pinBefore && !hasNewTile)
-            continue;
-        drawn.push_back(cell);
-        if (place && pinBefore.isEmpty() && !hasNewTile) {
-            selectPin(place->pin);
-            drawTile(hdcBuffer, cell.x(), cell.y());
-        } else {
-            redrawCells(mapa(), {&cell, 1});
-        }
-    }
-    showEdits(drawn);
-    loadLugares();
-}
-
-/// Brings cells that were drawn into the back buffer onto the screen and into the minimap.
-void FrmMapa::showEdits(const std::vector<QPoint>& cells)
-{
-    constexpr std::size_t few = 64;
-    if (cells.size() > few) {
-        drawMinimap();
-        copyView();
-        return;
-    }
-    const QSize cellSize(hex::cellWidth, hex::cellHeight);
-    for (const QPoint cell : cells) {
-        const QPoint corner = hex::cellOrigin(cell.x(), cell.y());
-        const QPoint inView = corner - hex::cellOrigin(currX, currY);
-        ui().imgMapa->dc().BitBlt(inView.x(), inView.y(), hex::cellWidth, hex::cellHeight,
-                                  hdcBuffer, corner.x(), corner.y(), platform::RasterOp::SRCCOPY);
-        ui().imgMapa->update(QRect(inView, cellSize));
-        frmMinimap().redraw(forMinimap_, hdcBuffer, QRect(corner, cellSize));
-    }
+    const QString tile = frmTiles().selectedName();
+    selectTile(tile); // fails, with nothing changed, for a tile without a picture
+    documento.fill(cell, tile);
 }

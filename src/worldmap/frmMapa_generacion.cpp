@@ -9,9 +9,12 @@
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
+#include "worldmap/hex_geometry.h"
 
 #include <QLocale>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 void FrmMapa::generarMapa()
 {
@@ -21,16 +24,15 @@ void FrmMapa::generarMapa()
     WorldMap fresh = mapa();
     generarMundo(fresh, workspace().pins);
     prepared_ = prepare(fresh);
-    accion = NoEditing;
+    setAccion(NoEditing);
     documento.generate(std::move(fresh));
 }
 
 /// In road mode the left button marks the start of a road and the right one its end.
-void FrmMapa::imgMapa_MouseUp(Qt::MouseButton button)
+void FrmMapa::markRoadEnd(Qt::MouseButton button)
 {
     const QPoint cell = mapCell();
-    if (accion != DrawRoads || !mouseOnMap())
-        return;
+    tools_.outcome.clear();
     if (button == Qt::LeftButton) {
         inicioX = cell.x();
         inicioY = cell.y();
@@ -46,8 +48,16 @@ void FrmMapa::imgMapa_MouseUp(Qt::MouseButton button)
     const platform::WaitCursor wait;
     const QString route = PathFinding::FindPath(mapa().mapaTiles, start.x(), start.y(), end.x(),
                                                 end.y(), workspace().tiles);
-    if (route != PathFinding::notFound)
-        drawCamino(route);
+    if (route == PathFinding::notFound) {
+        tools_.outcome = u"No hay camino"_s;
+        return;
+    }
+    drawCamino(route);
+    const auto cells = PathFinding::routeCells(route).size() - 1; // all that are entered
+    tools_.outcome = u"Coste %1 en %2; %3 en línea recta"_s.arg(
+        QString::number(PathFinding::routeCost(mapa().mapaTiles, route, workspace().tiles)),
+        cells == 1 ? u"una casilla"_s : u"%1 casillas"_s.arg(cells),
+        QString::number(hex::distance(start, end)));
 }
 
 void FrmMapa::drawCamino(const QString& route)

@@ -21,9 +21,32 @@ const std::vector<platform::Menu>& menus()
     static const std::vector<platform::Menu> all{
         {u"&Archivo"_s,
          {u"nuevo"_s, u"abrir"_s, u"guardar"_s, u"guardarComo"_s, {}, u"catalogo"_s}},
-        {u"&Edición"_s, {u"deshacer"_s, u"rehacer"_s, {}, u"buscarLugar"_s}},
+        {u"&Edición"_s,
+         {u"deshacer"_s,
+          u"rehacer"_s,
+          {},
+          u"seleccionar"_s,
+          u"copiar"_s,
+          u"cortar"_s,
+          u"pegar"_s,
+          {},
+          u"buscarLugar"_s,
+          u"editarLugar"_s,
+          u"moverLugar"_s,
+          u"cambiarPin"_s,
+          u"eliminarLugar"_s}},
         {u"&Ver"_s, {u"minimapa"_s, u"tiles"_s, u"pines"_s}},
-        {u"&Mapa"_s, {u"generar"_s, u"propiedades"_s, {}, u"caminos"_s, u"clima"_s}},
+        {u"&Mapa"_s,
+         {u"generar"_s,
+          u"propiedades"_s,
+          {},
+          u"rellenar"_s,
+          u"pincelMayor"_s,
+          u"pincelMenor"_s,
+          u"cuentagotas"_s,
+          {},
+          u"caminos"_s,
+          u"clima"_s}},
         {u"A&yuda"_s, {u"acercaDe"_s}}};
     return all;
 }
@@ -31,6 +54,15 @@ const std::vector<platform::Menu>& menus()
 } // namespace
 
 std::vector<platform::Command> FrmMapa::commands()
+{
+    std::vector<platform::Command> all = documentCommands();
+    for (std::vector<platform::Command> further : {modeCommands(), toolCommands(), placeCommands()})
+        all.insert(all.end(), std::make_move_iterator(further.begin()),
+                   std::make_move_iterator(further.end()));
+    return all;
+}
+
+std::vector<platform::Command> FrmMapa::documentCommands()
 {
     return {
         {.key = u"nuevo"_s,
@@ -75,33 +107,6 @@ std::vector<platform::Command> FrmMapa::commands()
          .run = [this](bool) { documento.redo(); },
          .isPossible = [this] { return documento.canRedo(); },
          .textNow = [this] { return withStep(u"&Rehacer"_s, documento.redoText()); }},
-        {.key = u"buscarLugar"_s,
-         .text = u"&Buscar lugar"_s,
-         .shortcuts = {QKeySequence(u"Ctrl+F"_s)},
-         .run = [this](bool) { ui().txtFiltroLugares->beginSearch(); }},
-        {.key = u"minimapa"_s,
-         .text = u"&Minimapa"_s,
-         .tip = u"Mostrar minimapa"_s,
-         .isTwoState = true,
-         .run = [this](bool on) { on ? frmMinimap().serve(forMinimap_) : frmMinimap().hide(); }},
-        {.key = u"tiles"_s,
-         .text = u"Ventana de &tiles"_s,
-         .tip = u"Abrir ventana de tiles"_s,
-         .isTwoState = true,
-         .run =
-             [this](bool on) {
-                 accion = on ? PaintTiles : NoEditing;
-                 frmTiles().showAbove(on, *ui().imgMapa);
-             }},
-        {.key = u"pines"_s,
-         .text = u"Ventana de &pines"_s,
-         .tip = u"Abrir ventana de pines"_s,
-         .isTwoState = true,
-         .run =
-             [this](bool on) {
-                 accion = on ? SetPlaces : NoEditing;
-                 frmPines().showAbove(on, *ui().imgMapa, 0.5);
-             }},
         {.key = u"generar"_s,
          .text = u"&Generar mundo"_s,
          .tip = u"Generar mapa"_s,
@@ -114,15 +119,121 @@ std::vector<platform::Command> FrmMapa::commands()
          .text = u"&Propiedades…"_s,
          .tip = u"Mostrar propiedades del mapa"_s,
          .run = [this](bool) { editProperties(); }},
-        {.key = u"caminos"_s,
-         .text = u"Dibujar &caminos"_s,
-         .tip = u"Dibujar caminos"_s,
-         .isTwoState = true,
-         .run = [this](bool on) { accion = on ? DrawRoads : NoEditing; }},
         {.key = u"clima"_s, .text = u"Mostrar c&lima"_s, .run = [this](bool) { showClima(); }},
         {.key = u"acercaDe"_s,
          .text = u"&Acerca de Kestrune"_s,
          .run = [](bool) { frmAbout().showModal(); }},
+    };
+}
+
+std::vector<platform::Command> FrmMapa::modeCommands()
+{
+    return {
+        {.key = u"minimapa"_s,
+         .text = u"&Minimapa"_s,
+         .tip = u"Mostrar minimapa"_s,
+         .isTwoState = true,
+         .run = [this](bool on) { on ? frmMinimap().serve(forMinimap_) : frmMinimap().hide(); }},
+        {.key = u"tiles"_s,
+         .text = u"Ventana de &tiles"_s,
+         .tip = u"Abrir ventana de tiles"_s,
+         .isTwoState = true,
+         .run =
+             [this](bool on) {
+                 setAccion(on ? PaintTiles : NoEditing);
+                 frmTiles().showAbove(on, *ui().imgMapa);
+             }},
+        {.key = u"pines"_s,
+         .text = u"Ventana de &pines"_s,
+         .tip = u"Abrir ventana de pines"_s,
+         .isTwoState = true,
+         .run =
+             [this](bool on) {
+                 setAccion(on ? SetPlaces : NoEditing);
+                 frmPines().showAbove(on, *ui().imgMapa, 0.5);
+             }},
+        {.key = u"caminos"_s,
+         .text = u"Dibujar &caminos"_s,
+         .tip = u"Dibujar caminos"_s,
+         .isTwoState = true,
+         .run = [this](bool on) { setAccion(on ? DrawRoads : NoEditing); }},
+    };
+}
+
+std::vector<platform::Command> FrmMapa::toolCommands()
+{
+    const auto isPainting = [this] { return accion == PaintTiles; };
+    const auto canPick = [this] { return accion == PaintTiles || accion == SetPlaces; };
+    const auto hasSelection = [this] { return tools_.selection.has_value(); };
+    return {
+        {.key = u"rellenar"_s,
+         .text = u"&Rellenar una zona"_s,
+         .shortcuts = {QKeySequence(u"G"_s)},
+         .isTwoState = true,
+         .run =
+             [this](bool on) {
+                 tools_.isFilling = on;
+                 showTools();
+             },
+         .isPossible = isPainting},
+        {.key = u"pincelMayor"_s,
+         .text = u"Pincel &mayor"_s,
+         .shortcuts = {QKeySequence(u"]"_s)},
+         .run = [this](bool) { changeBrush(1); },
+         .isPossible = isPainting},
+        {.key = u"pincelMenor"_s,
+         .text = u"Pincel me&nor"_s,
+         .shortcuts = {QKeySequence(u"["_s)},
+         .run = [this](bool) { changeBrush(-1); },
+         .isPossible = isPainting},
+        {.key = u"cuentagotas"_s,
+         .text = u"C&uentagotas"_s,
+         .shortcuts = {QKeySequence(u"I"_s)},
+         .run = [this](bool) { pickUp(); },
+         .isPossible = canPick},
+        {.key = u"seleccionar"_s,
+         .text = u"&Seleccionar casillas"_s,
+         .shortcuts = {QKeySequence(u"S"_s)},
+         .isTwoState = true,
+         .run = [this](bool on) { setSelecting(on); }},
+        {.key = u"copiar"_s,
+         .text = u"&Copiar casillas"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+C"_s)},
+         .run = [this](bool) { copySelection(); },
+         .isPossible = hasSelection},
+        {.key = u"cortar"_s,
+         .text = u"Cor&tar casillas"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+X"_s)},
+         .run = [this](bool) { cutSelection(); },
+         .isPossible = hasSelection},
+        {.key = u"pegar"_s,
+         .text = u"&Pegar casillas"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+V"_s)},
+         .run = [this](bool) { pasteClipboard(); }},
+    };
+}
+
+std::vector<platform::Command> FrmMapa::placeCommands()
+{
+    return {
+        {.key = u"buscarLugar"_s,
+         .text = u"&Buscar lugar"_s,
+         .shortcuts = {QKeySequence(u"Ctrl+F"_s)},
+         .run = [this](bool) { ui().txtFiltroLugares->beginSearch(); }},
+        {.key = u"editarLugar"_s,
+         .text = u"&Editar el lugar…"_s,
+         .shortcuts = {QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)},
+         .run = [this](bool) { editInHand(); }},
+        {.key = u"moverLugar"_s,
+         .text = u"&Mover el lugar"_s,
+         .run = [this](bool) { moveInHand(); }},
+        {.key = u"cambiarPin"_s,
+         .text = u"Dar al lugar el p&in elegido"_s,
+         .run = [this](bool) { repinInHand(); }},
+        {.key = u"eliminarLugar"_s,
+         .text = u"E&liminar el lugar"_s,
+         .shortcuts = {QKeySequence(Qt::Key_Delete)},
+         .run = [this](bool) { removeInHand(); }},
     };
 }
 

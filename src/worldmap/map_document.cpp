@@ -1,6 +1,7 @@
 #include "worldmap/map_document.h"
 
 #include "worldmap/map_area.h"
+#include "worldmap/map_block.h"
 #include "worldmap/map_file.h"
 
 #include <algorithm>
@@ -188,6 +189,27 @@ void MapDocument::setPin(QPoint cell, const QString& pin)
     MapChange exchange;
     exchange.setPlace(cell, {pin, place->name, place->notes});
     change(std::move(exchange), u"cambiar el pin de «%1»"_s.arg(place->name));
+}
+
+void MapDocument::paste(const WorldMap& block, QPoint corner)
+{
+    MapChange pasted = pasteBlock(map_, block, corner);
+    const QString text = cellsText(u"pegar"_s, pasted.tiles.size());
+    change(std::move(pasted), text);
+}
+
+void MapDocument::clear(const QRect& cells, const QString& tile)
+{
+    MapChange clearing;
+    for (int row = cells.top(); row <= cells.bottom(); ++row) {
+        for (int column = cells.left(); column <= cells.right(); ++column) {
+            clearing.setTile({column, row}, tile);
+            if (map_.placeAt({column, row}))
+                clearing.removePlace({column, row});
+        }
+    }
+    const QString text = cellsText(u"cortar"_s, clearing.tiles.size());
+    change(std::move(clearing), text);
 }
 
 void MapDocument::setProperties(const MapProperties& properties)

@@ -53,6 +53,10 @@ public:
     void removePlace(QPoint cell);
     void movePlace(QPoint from, QPoint to);
     void setPin(QPoint cell, const QString& pin);
+    /// Lays a piece over the map, as pasteBlock does.
+    void paste(const WorldMap& block, QPoint corner);
+    /// Paints a rectangle of cells with a tile and takes its places away.
+    void clear(const QRect& cells, const QString& tile);
     void setProperties(const MapProperties& properties);
     /// Does any change, as a step of that name ("mover un lugar").
     void change(MapChange change, const QString& text);

@@ -40,17 +40,31 @@ public:
         Procs::setTopmost(this->window().windowHandle(), true);
     }
 
-    /// The name of the definition selected. Throws Error (NoSuchKey) when there is none.
-    QString selectedName()
+    /// The name of the definition selected; empty if there is none.
+    QString chosen()
     {
         const platform::ListItem* const selected = list().selectedItem();
-        if (!selected)
+        return selected ? selected->key() : QString();
+    }
+
+    /// The same. Throws Error (NoSuchKey) when there is none.
+    QString selectedName()
+    {
+        const QString name = chosen();
+        if (name.isEmpty())
             throw platform::Error(
                 platform::ErrorNumber::NoSuchKey,
                 QStringLiteral("No hay ningún elemento seleccionado en la ventana "
                                "«%1».")
                     .arg(this->window().windowTitle()));
-        return selected->key();
+        return name;
+    }
+
+    /// Selects the definition of a name, if there is one.
+    void choose(const QString& name)
+    {
+        if (const platform::ListItem* const item = palette.items.find(name))
+            list().select(*item);
     }
 
 protected:

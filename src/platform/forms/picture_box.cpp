@@ -106,25 +106,32 @@ void PictureBox::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
     painter.drawImage(event->rect(), dc().image(), event->rect());
+    if (drawOver)
+        drawOver(painter);
 }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event)
 {
-    emit mouseMoved(event->position().toPoint(), event->buttons());
+    emit mouseMoved(event->position().toPoint(), event->buttons(), event->modifiers());
 }
 
 void PictureBox::mousePressEvent(QMouseEvent* event)
 {
-    emit mouseMoved(event->position().toPoint(), event->buttons());
+    emit mouseMoved(event->position().toPoint(), event->buttons(), event->modifiers());
 }
 
 void PictureBox::mouseReleaseEvent(QMouseEvent* event)
 {
     const QPoint position = event->position().toPoint();
-    emit mouseMoved(position, event->buttons());
+    emit mouseMoved(position, event->buttons(), event->modifiers());
     if (event->button() == Qt::LeftButton && rect().contains(position))
         emit clicked();
     emit released(event->button());
+}
+
+void PictureBox::leaveEvent(QEvent* /*event*/)
+{
+    emit mouseLeft();
 }
 
 } // namespace platform

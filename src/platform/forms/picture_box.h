@@ -5,6 +5,7 @@
 #include <QFrame>
 #include <QIcon>
 #include <QWidget>
+#include <functional>
 #include <initializer_list>
 
 class QPainter;
@@ -63,10 +64,14 @@ public:
     /// Fills the surface with the ground colour, a plain dark grey.
     void clear();
     void refresh() { update(); }
+    /// Draws over the surface whenever it comes to the screen.
+    std::function<void(QPainter& painter)> drawOver;
 
 signals:
     /// The pointer moved, or a button was pressed where it is.
-    void mouseMoved(QPoint position, Qt::MouseButtons held);
+    void mouseMoved(QPoint position, Qt::MouseButtons held, Qt::KeyboardModifiers keys);
+    /// The pointer is no longer over the box.
+    void mouseLeft();
     /// The left button was released over the box after it was pressed there.
     void clicked();
     /// A button was released after it was pressed over the box.
@@ -77,6 +82,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
 private:
     MemoryDC dc_;

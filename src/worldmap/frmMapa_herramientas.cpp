@@ -1,0 +1,210 @@
+// The tools of the map window beside its modes: brush, fill, eyedropper; and what shows which tool
+// it is: status line, pointer, and outlines over the view.
+
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
+#include "worldmap/hex_map_geometry.h"
+#include "worldmap/map_area.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QColor roadStartColor(46, 125, 50);
+constexpr QColor roadEndColor(198, 40, 40);
+
+} // namespace
+
+void FrmMapa::setAccion(Accion mode)
+{
+    accion = mode;
+    tools_.isPicking = false;
+    tools_.moving.reset();
+    tools_.outcome.clear();
+    commands_->update();
+    showTools();
+}
+
+bool FrmMapa::Form_KeyDown(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Escape && event.modifiers() == Qt::NoModifier && leaveTool();
+}
+
+/// Takes one thing back at a time: what waits for a click, the selection, the tool, the mode.
+/// Returns whether there was one.
+bool FrmMapa::leaveTool()
+{
+    if (tools_.moving || tools_.isPicking) {
+        tools_.moving.reset();
+        tools_.isPicking = false;
+    } else if (tools_.selection) {
+        select({});
+    } else if (tools_.isSelecting) {
+        (*commands_)[u"seleccionar"_s].trigger();
+    } else if (accion != NoEditing) {
+        const QString key = accion == PaintTiles  ? u"tiles"_s
+                            : accion == SetPlaces ? u"pines"_s
+                                                  : u"caminos"_s;
+        if (QAction& button = (*commands_)[key]; button.isChecked())
+            button.trigger();
+        setAccion(NoEditing);
+    } else {
+        return false;
+    }
+    showTools();
+    return true;
+}
+
+void FrmMapa::changeBrush(int by)
+{
+    tools_.brushRadius = std::clamp(tools_.brushRadius + by, 0, MapTools::largestBrush);
+    showTools();
+}
+
+/// Chooses what is under the pointer or, where that isn't over the map, what the next click meets.
+void FrmMapa::pickUp()
+{
+    tools_.moving.reset();
+    if (tools_.pointerInView && mouseOnMap())
+        pickUp(mapCell());
+    else
+        tools_.isPicking = true;
+    showTools();
+}
+
+/// Chooses a cell's tile, or in place mode its place's pin, in the palette.
+void FrmMapa::pickUp(QPoint cell)
+{
+    tools_.isPicking = false;
+    if (accion == PaintTiles)
+        frmTiles().choose(mapa().tileAt(cell));
+    else if (const Place* const place = mapa().placeAt(cell))
+        frmPines().choose(place->pin);
+}
+
+std::vector<Overlay> FrmMapa::overlays()
+{
+    std::vector<Overlay> all;
+    const auto outline = [&](const std::vector<QPoint>& cells) {
+        QRect bounds;
+        for (const QPoint cell : cells)
+            bounds |= QRect(cell, QSize(1, 1));
+        all.emplace_back(CellOutline{bounds, cells});
+    };
+    if (tools_.selection)
+        all.emplace_back(CellOutline{*tools_.selection, {}, true});
+    if (inicioX != -1)
+        all.emplace_back(CellMark{{inicioX, inicioY}, roadStartColor});
+    if (finX != -1)
+        all.emplace_back(CellMark{{finX, finY}, roadEndColor});
+    if (!tools_.pointerInView || !mouseOnMap())
+        return all;
+    const bool isBrush = accion == PaintTiles && !tools_.isFilling && !tools_.isSelecting;
+    const bool isMoving = tools_.gesture == MapTools::Gesture::Place &&
+                          mapa().placeAt(tools_.pressed) && mapCell() != tools_.pressed;
+    if (isBrush && !tools_.isPicking)
+        outline(cellsAround(mapa(), mapCell(), tools_.brushRadius));
+    else if (tools_.moving || isMoving)
+        outline({mapCell()});
+    return all;
+}
+
+QRect FrmMapa::visibleCells()
+{
+    const QSize view = ui().imgMapa->size();
+    return QRect(currX - 1, currY - 1, view.width() / hex::columnPitch + 3,
+                 view.height() / hex::cellHeight + 3);
+}
+
+void FrmMapa::drawOverlays(QPainter& painter)
+{
+    const HexMapGeometry geometry;
+    painter.translate(-hex::cellOrigin(currX, currY));
+    for (const Overlay& overlay : overlays_)
+        drawOverlay(painter, geometry, visibleCells(), overlay);
+}
+
+void FrmMapa::showTools()
+{
+    const QString click = clickText();
+    const QString cell = cellText();
+    ui().lblEstado->setText(click.isEmpty() || cell.isEmpty() ? click + cell
+                                                              : click + u"  ·  "_s + cell);
+    ui().imgMapa->setCursor(toolCursor());
+    std::vector<Overlay> now = overlays();
+    if (now == overlays_)
+        return;
+    overlays_ = std::move(now);
+    ui().imgMapa->refresh();
+}
+
+/// What a click does now, or what came of the last one, in a few words.
+QString FrmMapa::clickText()
+{
+    if (!tools_.outcome.isEmpty())
+        return tools_.outcome;
+    if (tools_.moving) {
+        const Place* const place = mapa().placeAt(*tools_.moving);
+        return u"Pulse la casilla libre para «%1»"_s.arg(place ? place->name : QString());
+    }
+    if (tools_.isPicking)
+        return accion == PaintTiles ? u"Pulse una casilla para elegir su tile"_s
+                                    : u"Pulse un lugar para elegir su pin"_s;
+    if (tools_.isSelecting)
+        return tools_.selection ? u"%1 × %2 casillas seleccionadas"_s.arg(tools_.selection->width())
+                                      .arg(tools_.selection->height())
+                                : u"Arrastre para seleccionar casillas"_s;
+    if (accion == PaintTiles && tools_.isFilling)
+        return u"Rellenar con «%1»"_s.arg(frmTiles().chosen());
+    if (accion == PaintTiles)
+        return u"Pintar «%1»"_s.arg(frmTiles().chosen()) +
+               (tools_.brushRadius > 0 ? u", radio %1"_s.arg(tools_.brushRadius) : QString());
+    if (accion == SetPlaces) {
+        const Place* const place = mouseOnMap() ? mapa().placeAt(mapCell()) : nullptr;
+        return place ? u"Editar «%1» o arrastrarlo"_s.arg(place->name)
+                     : u"Poner un lugar con el pin «%1»"_s.arg(frmPines().chosen());
+    }
+    if (accion != DrawRoads)
+        return {};
+    if (inicioX != -1)
+        return u"Elija el final (botón derecho)"_s;
+    return finX != -1 ? u"Elija el comienzo (botón izquierdo)"_s
+                      : u"Elija el comienzo (botón izquierdo) y el final (botón derecho)"_s;
+}
+
+/// The cell under the pointer, its terrain and its place.
+QString FrmMapa::cellText() const
+{
+    if (!tools_.pointerInView || !mouseOnMap())
+        return {};
+    const QPoint cell = mapCell();
+    QString text = u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y());
+    if (!mapa().tileAt(cell).isEmpty())
+        text += u"  "_s + mapa().tileAt(cell);
+    if (const Place* const place = mapa().placeAt(cell))
+        text += u"  «%1»"_s.arg(place->name);
+    return text;
+}
+
+Qt::CursorShape FrmMapa::toolCursor()
+{
+    if (tools_.moving)
+        return Qt::DragMoveCursor;
+    if (tools_.gesture == MapTools::Gesture::Place && mapa().placeAt(tools_.pressed))
+        return Qt::ClosedHandCursor;
+    if (tools_.isPicking)
+        return Qt::WhatsThisCursor;
+    if (tools_.isSelecting)
+        return Qt::CrossCursor;
+    if (accion == PaintTiles)
+        return tools_.isFilling ? Qt::SplitHCursor : Qt::CrossCursor;
+    if (accion == SetPlaces)
+        return mouseOnMap() && mapa().placeAt(mapCell()) ? Qt::OpenHandCursor
+                                                         : Qt::PointingHandCursor;
+    return accion == DrawRoads ? Qt::UpArrowCursor : Qt::ArrowCursor;
+}

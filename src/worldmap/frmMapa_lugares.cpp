@@ -1,0 +1,139 @@
+// What the map window does with places: setting and editing them, moving, removing, changing pins.
+
+#include "platform/forms/application.h"
+#include "platform/forms/msg_box.h"
+#include "platform/forms/text_guard.h"
+#include "worldmap/frmInfoPin.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/frmPines.h"
+#include "worldmap/hex_geometry.h"
+
+#include <QMenu>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList placeKeys{u"editarLugar"_s, u"moverLugar"_s, u"cambiarPin"_s, u"eliminarLugar"_s};
+
+} // namespace
+
+/// Asks for the place of a cell that can be seen and puts it there.
+void FrmMapa::setPlace(QPoint cell)
+{
+    const QPoint corner = hex::cellOrigin(mouseCell.x(), mouseCell.y());
+    editPlace(cell, ui().imgMapa->mapToGlobal(corner + QPoint(hex::cellWidth, hex::cellHeight)));
+}
+
+/// Asks for the place of a cell; one that is there gets a new name and notes.
+void FrmMapa::editPlace(QPoint cell, QPoint dialogPosition)
+{
+    const Place* const there = mapa().placeAt(cell);
+    Place place = there ? *there : Place{frmPines().selectedName(), {}, {}};
+    selectPin(place.pin); // fails, with nothing changed, for a pin without a picture
+
+    FrmInfoPin& dialog = frmInfoPin();
+    dialog.ui().txtNombre->setText(place.name);
+    dialog.ui().txtInfo->setPlainText(place.notes);
+    dialog.moveTo(dialogPosition);
+    const auto isTaken = [&](const QString& name) {
+        const QPoint* const other = mapa().cellOf(name);
+        return other && *other != cell;
+    };
+    dialog.showModal();
+    while (isTaken(dialog.ui().txtNombre->text())) {
+        platform::MsgBox::show(u"Ya hay un lugar con ese nombre."_s, u"Error"_s,
+                               platform::MsgBox::Icon::Critical);
+        dialog.showModal();
+    }
+    place.name = dialog.ui().txtNombre->text();
+    place.notes = platform::textOf(*dialog.ui().txtInfo);
+    if (!place.name.isEmpty())
+        documento.setPlace(cell, place);
+}
+
+/// The place that commands are for: in place mode the one under the pointer, else the one selected
+/// in the list.
+std::optional<QPoint> FrmMapa::placeInHand()
+{
+    if (accion == SetPlaces && tools_.pointerInView && mouseOnMap() && mapa().placeAt(mapCell()))
+        return mapCell();
+    const platform::ListItem* const selected = ui().lvLugares->selectedItem();
+    if (!selected || (tools_.selection && !ui().lvLugares->hasFocus()))
+        return std::nullopt;
+    return cellOf(*selected);
+}
+
+void FrmMapa::editInHand()
+{
+    if (const std::optional<QPoint> cell = placeInHand()) {
+        const QWidget& list = *ui().lvLugares;
+        editPlace(*cell, list.mapToGlobal(QPoint(0, list.height() / 2)));
+    }
+}
+
+void FrmMapa::removeInHand()
+{
+    if (const std::optional<QPoint> cell = placeInHand())
+        documento.removePlace(*cell);
+}
+
+/// The next click says where to.
+void FrmMapa::moveInHand()
+{
+    tools_.isPicking = false;
+    tools_.moving = placeInHand();
+    showTools();
+}
+
+void FrmMapa::movePlace(QPoint from, QPoint to)
+{
+    if (!mapa().placeAt(from) || from == to) { // it is gone by now, or stays
+        tools_.moving.reset();
+    } else if (mapa().placeAt(to)) {
+        tools_.outcome = u"Allí ya hay un lugar, «%1»"_s.arg(mapa().placeAt(to)->name);
+    } else {
+        tools_.moving.reset();
+        documento.movePlace(from, to);
+    }
+}
+
+/// Gives the place the pin that is selected in the palette.
+void FrmMapa::repinInHand()
+{
+    const std::optional<QPoint> cell = placeInHand();
+    if (!cell)
+        return;
+    const QString pin = frmPines().selectedName();
+    selectPin(pin); // fails, with nothing changed, for a pin without a picture
+    documento.setPin(*cell, pin);
+}
+
+/// The menu of the place of a cell, which is selected in the list, so that the commands are for it.
+void FrmMapa::showPlaceMenu(QPoint cell)
+{
+    const Place* const place = mapa().placeAt(cell);
+    const platform::ListItem* const item = place ? lugares.find(place->name) : nullptr;
+    if (!item)
+        return;
+    ui().lvLugares->select(*item);
+    tools_.pointerInView = false; // the menu has the pointer now
+    auto* const menu = new QMenu(&window());
+    menu->setObjectName(u"menuLugar"_s);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const QString& key : placeKeys)
+        menu->addAction(&(*commands_)[key]);
+    menu->popup(QCursor::pos());
+}
+
+/// The list's context menu.
+void FrmMapa::loadPlaceMenus()
+{
+    platform::ListView& list = *ui().lvLugares;
+    list.setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (const QString& key : placeKeys)
+        list.addAction(&(*commands_)[key]);
+    QObject::connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, &window(),
+                     [this] { commands_->update(); });
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QString>
+#include <optional>
+
+/// The map window's tools, beside its editing mode: what is set for them, and what the pointer is
+/// in the middle of. Cells are map coordinates.
+struct MapTools {
+    static constexpr int largestBrush = 5;
+
+    /// What the left button does from its press to its release.
+    enum class Gesture { None, Stroke, Fill, Place, Select, Used };
+
+    int brushRadius = 0;    ///< in cells round the one under the pointer
+    bool isFilling = false; ///< in place of the brush
+    bool isSelecting = false;
+    bool isPicking = false;       ///< the next click chooses what it meets in its palette
+    std::optional<QPoint> moving; ///< the place that the next click moves
+    std::optional<QRect> selection;
+    QString outcome; ///< what came of the last thing done, until the next is begun
+
+    Gesture gesture = Gesture::None;
+    bool leftHeld = false;
+    QPoint pressed;                  ///< the cell in which the gesture began
+    std::optional<QPoint> strokeEnd; ///< where the stroke has come to, in pixels of the view
+    bool pointerInView = false;
+};
