@@ -18,6 +18,13 @@ namespace {
 constexpr QColor roadStartColor(46, 125, 50);
 constexpr QColor roadEndColor(198, 40, 40);
 
+/// A definition as people know it: what its notes say, and its name.
+QString spoken(const Palette& palette, const QString& name)
+{
+    const platform::ListItem* const item = palette.items.find(name);
+    return item && !item->text().isEmpty() ? u"%1 (%2)"_s.arg(item->text(), name) : name;
+}
+
 } // namespace
 
 void FrmMapa::setAccion(Accion mode)
@@ -160,14 +167,14 @@ QString FrmMapa::clickText()
                                       .arg(tools_.selection->height())
                                 : u"Arrastre para seleccionar casillas"_s;
     if (accion == PaintTiles && tools_.isFilling)
-        return u"Rellenar con «%1»"_s.arg(frmTiles().chosen());
+        return u"Rellenar con "_s + spoken(workspace().tiles, frmTiles().chosen());
     if (accion == PaintTiles)
-        return u"Pintar «%1»"_s.arg(frmTiles().chosen()) +
+        return u"Pintar "_s + spoken(workspace().tiles, frmTiles().chosen()) +
                (tools_.brushRadius > 0 ? u", radio %1"_s.arg(tools_.brushRadius) : QString());
     if (accion == SetPlaces) {
         const Place* const place = mouseOnMap() ? mapa().placeAt(mapCell()) : nullptr;
         return place ? u"Editar «%1» o arrastrarlo"_s.arg(place->name)
-                     : u"Poner un lugar con el pin «%1»"_s.arg(frmPines().chosen());
+                     : u"Poner un lugar: "_s + spoken(workspace().pins, frmPines().chosen());
     }
     if (accion != DrawRoads)
         return {};
@@ -185,7 +192,7 @@ QString FrmMapa::cellText() const
     const QPoint cell = mapCell();
     QString text = u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y());
     if (!mapa().tileAt(cell).isEmpty())
-        text += u"  "_s + mapa().tileAt(cell);
+        text += u"  "_s + spoken(workspace().tiles, mapa().tileAt(cell));
     if (const Place* const place = mapa().placeAt(cell))
         text += u"  «%1»"_s.arg(place->name);
     return text;

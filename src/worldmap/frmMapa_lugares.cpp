@@ -6,6 +6,7 @@
 #include "worldmap/frmInfoPin.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmPines.h"
+#include "worldmap/frmTiles.h"
 #include "worldmap/hex_geometry.h"
 
 #include <QMenu>
@@ -54,15 +55,18 @@ void FrmMapa::editPlace(QPoint cell, QPoint dialogPosition)
 }
 
 /// The place that commands are for: in place mode the one under the pointer, else the one selected
-/// in the list.
+/// in the list. Where there is none, the status line asks for one.
 std::optional<QPoint> FrmMapa::placeInHand()
 {
+    tools_.outcome.clear();
     if (accion == SetPlaces && tools_.pointerInView && mouseOnMap() && mapa().placeAt(mapCell()))
         return mapCell();
     const platform::ListItem* const selected = ui().lvLugares->selectedItem();
-    if (!selected || (tools_.selection && !ui().lvLugares->hasFocus()))
-        return std::nullopt;
-    return cellOf(*selected);
+    if (selected && (!tools_.selection || ui().lvLugares->hasFocus()))
+        return cellOf(*selected);
+    tools_.outcome = u"Elija antes un lugar en la lista"_s;
+    showTools();
+    return std::nullopt;
 }
 
 void FrmMapa::editInHand()
@@ -134,6 +138,11 @@ void FrmMapa::loadPlaceMenus()
     list.setContextMenuPolicy(Qt::ActionsContextMenu);
     for (const QString& key : placeKeys)
         list.addAction(&(*commands_)[key]);
-    QObject::connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, &window(),
-                     [this] { commands_->update(); });
+    // A click in a palette makes it the active window; the other keys go on to work there.
+    for (QWidget* const palette : {&frmTiles().window(), &frmPines().window()}) {
+        for (QAction* const action : window().actions()) {
+            if (!placeKeys.contains(action->objectName()))
+                palette->addAction(action);
+        }
+    }
 }

@@ -242,6 +242,8 @@ void FrmMapa::loadCommands()
     commands_.emplace(window(), commands());
     commands_->dress(*ui().Toolbar);
     commands_->fill(*ui().menuBar, menus());
-    QObject::connect(&documento, &MapDocument::historyChanged, &window(),
-                     [this] { commands_->update(); });
+    QObject::connect(&documento, &MapDocument::historyChanged, &window(), [this] {
+        commands_->update();
+        showTools();
+    });
 }
