@@ -89,6 +89,8 @@ TEST_F(FormTest, AModalWindowIsADialogAndReturnsWhenHiddenOrUnloaded)
                               owner.window().windowHandle());
                     EXPECT_TRUE(dialog.windowFlags() & Qt::WindowStaysOnTopHint);
                     CountingDialog above;
+                    QObject::connect(above.ui().cmdCancelar, &QPushButton::clicked, &above.window(),
+                                     [&] { above.hide(); });
                     duringModal([&] { above.showModal(); },
                                 [&] {
                                     EXPECT_EQ(QApplication::activeModalWidget(), &above.window());
