@@ -1,3 +1,4 @@
+#include "app/frmManual.h"
 #include "app/start.h"
 #include "app/workspace.h"
 #include "platform/core/file_replacement.h"
@@ -18,7 +19,8 @@ int main(int argc, char** argv)
         {QImage(u":/pictures/programa_16.gif"_s), QImage(u":/pictures/programa_32.gif"_s),
          QImage(u":/pictures/programa.gif"_s)}));
     const Workspace workspace;
-    const platform::FormRegistry forms;
+    platform::FormRegistry forms;
+    forms.onHelp = [](const QString& window) { frmManual().showFor(window); };
     // From within the event loop, so that the program can end while the About box is up.
     QTimer::singleShot(0, &application, [] { Main(); });
     return platform::Application::exec();

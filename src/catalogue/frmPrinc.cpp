@@ -1,5 +1,6 @@
 #include "catalogue/frmPrinc.h"
 
+#include "app/frmManual.h"
 #include "catalogue/frmArmaduras.h"
 #include "catalogue/frmArmas.h"
 #include "catalogue/frmConjuros.h"
@@ -11,6 +12,7 @@
 #include "platform/forms/picture_box.h"
 #include "worldmap/frmMapa.h"
 
+#include <QAction>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -109,6 +111,12 @@ void FrmPrinc::Form_Load()
                      command([] { frmMapaLocal().show(); }));
     QObject::connect(c.cmdMapa, &QPushButton::clicked, &window(),
                      command([] { frmMapa().show(); }));
+    auto* const manual = new QAction(u"&Manual"_s, &window());
+    manual->setObjectName(u"manual"_s);
+    manual->setShortcut(Qt::Key_F1);
+    window().addAction(manual);
+    QObject::connect(manual, &QAction::triggered, &window(),
+                     command([] { frmManual().showFor(u"frmPrinc"_s); }));
 }
 
 void FrmPrinc::Form_Unload()

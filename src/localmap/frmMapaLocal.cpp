@@ -1,6 +1,7 @@
 #include "localmap/frmMapaLocal.h"
 
 #include "app/frmAbout.h"
+#include "app/frmManual.h"
 #include "localmap/local_generator.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
@@ -123,6 +124,10 @@ std::vector<platform::Command> FrmMapaLocal::commands()
          .isTwoState = true,
          .run = [this](bool on) { frmTilesLocales().showAbove(on, *ui().imgMapa); }},
         idle(u"pines"_s, u"Ventana de &pines"_s, u"Abrir ventana de pines"_s),
+        {.key = u"manual"_s,
+         .text = u"&Manual"_s,
+         .shortcuts = {QKeySequence(Qt::Key_F1)},
+         .run = [](bool) { frmManual().showFor(u"frmMapaLocal"_s); }},
         {.key = u"acercaDe"_s, .text = u"&Acerca de Kestrune"_s, .run = [](bool) {
              frmAbout().showModal();
          }}};
@@ -135,7 +140,7 @@ void FrmMapaLocal::loadCommands()
     set.fill(*ui().menuBar, {{u"&Archivo"_s, {u"nuevo"_s, u"abrir"_s, u"guardar"_s}},
                              {u"&Ver"_s, {u"minimapa"_s, u"tiles"_s, u"pines"_s}},
                              {u"&Mapa"_s, {u"generar"_s, u"propiedades"_s}},
-                             {u"A&yuda"_s, {u"acercaDe"_s}}});
+                             {u"A&yuda"_s, {u"manual"_s, u"acercaDe"_s}}});
 }
 
 void FrmMapaLocal::askToSave()

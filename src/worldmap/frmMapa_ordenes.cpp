@@ -1,6 +1,7 @@
 // What the user can have the map window do: the one table behind its toolbar, menus and shortcuts.
 
 #include "app/frmAbout.h"
+#include "app/frmManual.h"
 #include "catalogue/frmPrinc.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmMinimap.h"
@@ -47,7 +48,7 @@ const std::vector<platform::Menu>& menus()
           {},
           u"caminos"_s,
           u"clima"_s}},
-        {u"A&yuda"_s, {u"acercaDe"_s}}};
+        {u"A&yuda"_s, {u"manual"_s, u"acercaDe"_s}}};
     return all;
 }
 
@@ -120,6 +121,10 @@ std::vector<platform::Command> FrmMapa::documentCommands()
          .tip = u"Mostrar propiedades del mapa"_s,
          .run = [this](bool) { editProperties(); }},
         {.key = u"clima"_s, .text = u"Mostrar c&lima"_s, .run = [this](bool) { showClima(); }},
+        {.key = u"manual"_s,
+         .text = u"&Manual"_s,
+         .shortcuts = {QKeySequence(Qt::Key_F1)},
+         .run = [](bool) { frmManual().showFor(u"frmMapa"_s); }},
         {.key = u"acercaDe"_s,
          .text = u"&Acerca de Kestrune"_s,
          .run = [](bool) { frmAbout().showModal(); }},

@@ -70,7 +70,13 @@ private:
     /// A key held down acts once: it may be the one that opened the window.
     bool takesKey(const QKeyEvent& key)
     {
-        return key.isAutoRepeat() || (form_ && form_->Form_KeyDown(key));
+        if (key.isAutoRepeat() || (form_ && form_->Form_KeyDown(key)))
+            return true;
+        const auto& onHelp = FormRegistry::current().onHelp;
+        if (key.key() != Qt::Key_F1 || key.modifiers() != Qt::NoModifier || !onHelp)
+            return false;
+        onHelp(window_->objectName());
+        return true;
     }
 
     /// Qt gives the window system the application's name for an empty title.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -113,6 +114,9 @@ public:
     FormRegistry(const FormRegistry&) = delete;
     FormRegistry& operator=(const FormRegistry&) = delete;
 
+    /// What F1 does in a window of that object name.
+    std::function<void(const QString& window)> onHelp;
+
     /// The one shared instance of a form class, made on first touch.
     template <typename F>
     static F& shared()
@@ -134,6 +138,7 @@ public:
     }
 
 private:
+    friend class FormEvents;
     using MakeForm = std::function<std::unique_ptr<FormBase>()>;
     struct Entry {
         const void* identity;
