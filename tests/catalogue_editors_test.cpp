@@ -20,7 +20,7 @@ TEST_F(CatalogueEditorsTest, AnItemOpensInWindowsOfItsOwn)
     QWidget* const one = open(ui().lvArmas, u"Daga"_s);
     QWidget* const two = open(ui().lvArmas, u"Daga"_s);
     ASSERT_TRUE(one && two && one != two);
-    const ListItem daga = *princ.armas.items.find(u"Daga"_s);
+    const ListItem daga = *workspace.armas.items().find(u"Daga"_s);
     for (QWidget* const editor : {one, two}) {
         EXPECT_EQ(editor->objectName(), u"frmArmas"_s);
         EXPECT_EQ(editor->windowTitle(), u"Daga"_s);
@@ -51,12 +51,12 @@ TEST_F(CatalogueEditorsTest, AnItemOpensInWindowsOfItsOwn)
     QWidget* const three = open(ui().lvArmas, u"Daga"_s);
     QTest::keyClick(in(two, u"txtDP"_s), Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_FALSE(two->isVisible());
-    EXPECT_TRUE(princ.armas.items.find(u"Puñal largo"_s));
+    EXPECT_TRUE(workspace.armas.items().find(u"Puñal largo"_s));
     boxes.expect();
     save(three);
     expectReport(u"frmArmas"_s);
     EXPECT_TRUE(three->isVisible());
-    EXPECT_FALSE(princ.armas.items.find(u"Daga"_s));
+    EXPECT_FALSE(workspace.armas.items().find(u"Daga"_s));
 }
 
 TEST_F(CatalogueEditorsTest, ARenameOntoAnotherItemLeavesTheOldKey)
@@ -69,7 +69,7 @@ TEST_F(CatalogueEditorsTest, ARenameOntoAnotherItemLeavesTheOldKey)
     const QString key = spell + u'-' + in(editor, u"txtTipo"_s)->text();
     const QString other =
         u"Bola de fuego-"_s + (key.endsWith(u"Mago"_s) ? u"Hechicero"_s : u"Mago"_s);
-    ASSERT_TRUE(princ.conjuros.items.find(other)) << "the shipped spells have it twice";
+    ASSERT_TRUE(workspace.conjuros.items().find(other)) << "the shipped spells have it twice";
     in(editor, u"txtTipo"_s)->setText(other.section(u'-', 1));
     in(editor, u"txtNivel"_s)->setText(u"8"_s);
     in<QCheckBox>(editor, u"chkMagiaSalvaje"_s)->setChecked(false);
@@ -77,14 +77,14 @@ TEST_F(CatalogueEditorsTest, ARenameOntoAnotherItemLeavesTheOldKey)
     save(editor);
     expectReport(u"frmConjuros"_s);
     EXPECT_TRUE(editor->isVisible());
-    const ListItem& half = *princ.conjuros.items.find(key);
+    const ListItem& half = *workspace.conjuros.items().find(key);
     EXPECT_EQ(half.subItem(u"nivel"_s), u"8"_s) << "what was done stays done";
     EXPECT_EQ(half.subItem(u"magiasalvaje"_s), u"No"_s);
     in(editor, u"txtTipo"_s)->setText(u"Paladín"_s);
     save(editor);
     EXPECT_FALSE(editor->isVisible());
-    EXPECT_FALSE(princ.conjuros.items.find(key));
-    EXPECT_TRUE(princ.conjuros.items.find(u"Bola de fuego-Paladín"_s));
+    EXPECT_FALSE(workspace.conjuros.items().find(key));
+    EXPECT_TRUE(workspace.conjuros.items().find(u"Bola de fuego-Paladín"_s));
 }
 
 TEST_F(CatalogueEditorsTest, NewItemsAreCheckedAndTheEditorKeepsItsFields)
@@ -103,16 +103,16 @@ TEST_F(CatalogueEditorsTest, NewItemsAreCheckedAndTheEditorKeepsItsFields)
         EXPECT_TRUE(frmConjuros().isVisible());
     };
     expectRefusal(u"Debe ingresar el nombre del conjuro."_s);
-    const int count = princ.conjuros.items.count();
+    const int count = workspace.conjuros.items().count();
     editor.txtNombre->setText(u"Bola de fuego"_s);
     editor.txtTipo->setText(u"Chamán"_s);
     expectRefusal(u"Ya existe un conjuro con ese nombre."_s);
-    EXPECT_EQ(princ.conjuros.items.count(), count);
+    EXPECT_EQ(workspace.conjuros.items().count(), count);
     editor.txtNombre->setText(u"Bola de nieve"_s);
     editor.chkReversible->setChecked(true);
     save(&frmConjuros().window());
     EXPECT_FALSE(frmConjuros().isVisible());
-    const ListItem* const made = princ.conjuros.items.find(u"Bola de nieve-Chamán"_s);
+    const ListItem* const made = workspace.conjuros.items().find(u"Bola de nieve-Chamán"_s);
     ASSERT_TRUE(made);
     EXPECT_EQ(made->subItem(u"reversible"_s), u"Sí"_s);
     EXPECT_EQ(made->subItem(u"magiasalvaje"_s), u"No"_s);
@@ -141,8 +141,8 @@ TEST_F(CatalogueEditorsTest, NewItemsAreCheckedAndTheEditorKeepsItsFields)
     save(&frmEquipo().window());
     expectReport(u"frmEquipos"_s);
     EXPECT_TRUE(frmEquipo().isVisible());
-    ASSERT_TRUE(princ.equipo.items.find(u"Cosa"_s));
-    EXPECT_FALSE(princ.equipo.items.find(u"Cosa"_s)->hasSubItem(u"precio"_s));
+    ASSERT_TRUE(workspace.equipo.items().find(u"Cosa"_s));
+    EXPECT_FALSE(workspace.equipo.items().find(u"Cosa"_s)->hasSubItem(u"precio"_s));
     click(ui().cmdGuardarEquipo);
     EXPECT_TRUE(app.read(u"ini/Equipo.ini"_s).contains("\r\nCosa;;;;;\r\n"));
 }
@@ -166,18 +166,18 @@ TEST_F(CatalogueEditorsTest, NothingTypedOrPastedSpoilsTheFile)
     editor.txtNotas->undo();
     EXPECT_LT(editor.txtNotas->toPlainText().size(), 9) << "corrections can be undone";
     save(&frmArmas().window());
-    const ListItem* const made = princ.armas.items.find(u"Arco de dos líneas"_s);
+    const ListItem* const made = workspace.armas.items().find(u"Arco de dos líneas"_s);
     ASSERT_TRUE(made);
-    EXPECT_LT(princ.armas.items.positionOf(*made), 10) << "among the first letters";
+    EXPECT_LT(workspace.armas.items().positionOf(*made), 10) << "among the first letters";
 
     // What gets past the boxes all the same is refused by the writer.
     const QByteArray file = app.read(u"ini/Armas.ini"_s);
     const auto expectRefused = [&](const QString& fragment) {
-        expectError([&] { saveCatalogue(princ.armas); }, platform::ErrorNumber::BadCharacter,
+        expectError([&] { workspace.armas.save(); }, platform::ErrorNumber::BadCharacter,
                     {fragment});
         EXPECT_EQ(app.read(u"ini/Armas.ini"_s), file);
     };
-    ListItem& item = *princ.armas.items.find(u"Daga"_s);
+    ListItem& item = *workspace.armas.model().find(u"Daga"_s);
     item.setSubItem(u"dp"_s, u"1\n2"_s);
     expectRefused(u"salto de línea"_s);
     item.setSubItem(u"dp"_s, u"1"_s);
@@ -187,11 +187,9 @@ TEST_F(CatalogueEditorsTest, NothingTypedOrPastedSpoilsTheFile)
 
 TEST_F(CatalogueEditorsTest, AFullCatalogueTakesNoMore)
 {
-    Catalogue full(equipoKind());
-    full.items.setColumns(full.kind.fields);
+    workspace.equipo.model().clear();
     for (int i = 0; i < maxCatalogueItems; ++i)
-        full.items.add(QString::number(i), QString::number(i));
-    princ.equipo.items.swapItems(full.items);
+        workspace.equipo.model().add(QString::number(i), QString::number(i));
     choosePage(5);
     click(ui().cmdNewEquipo);
     frmEquipo().ui().txtNombre->setText(u"Uno más"_s);
@@ -199,7 +197,7 @@ TEST_F(CatalogueEditorsTest, AFullCatalogueTakesNoMore)
     save(&frmEquipo().window());
     expectReport(u"frmEquipos"_s);
     EXPECT_TRUE(frmEquipo().isVisible());
-    EXPECT_EQ(princ.equipo.items.count(), maxCatalogueItems);
+    EXPECT_EQ(workspace.equipo.items().count(), maxCatalogueItems);
 }
 
 namespace {
@@ -214,7 +212,7 @@ struct Field {
 };
 
 struct Editor {
-    Catalogue& catalogue;
+    CatalogueDocument& catalogue;
     platform::ListView* list;
     int page;
     QString name;  ///< its box, with "*" behind it if it selects its text
@@ -232,19 +230,18 @@ struct Editor {
 
 std::vector<Editor> allEditors()
 {
-    FrmPrinc& princ = frmPrinc();
-    Ui::FrmPrinc& ui = princ.ui();
-    return {{princ.armas, ui.lvArmas, 3, u"txtNombre*"_s,
+    Ui::FrmPrinc& ui = frmPrinc().ui();
+    return {{workspace().armas, ui.lvArmas, 3, u"txtNombre*"_s,
              u"dp:txtDP* dm:txtDM* critico:txtCritico* categoria:txtCategoria* tipo:txtTipo* "
              "precio:txtPrecio* peso:txtPeso*"_s},
-            {princ.armaduras, ui.lvArmaduras, 4, u"txtNombre*"_s,
+            {workspace().armaduras, ui.lvArmaduras, 4, u"txtNombre*"_s,
              u"bonificadorarmadura:txtBonificadorArmadura* "
              "bonificadordestreza:txtBonificadorDestreza* "
              "penalizadorarmadura:txtPenalizadorArmadura* falloconjuro:txtFalloConjuro* "
              "categoria:txtCategoria* precio:txtPrecio* peso:txtPeso*"_s},
-            {princ.equipo, ui.lvEquipo, 5, u"txtNombre"_s,
+            {workspace().equipo, ui.lvEquipo, 5, u"txtNombre"_s,
              u"magico:chkMagico precio:txtPrecio* peso:txtPeso*"_s},
-            {princ.conjuros, ui.lvConjuros, 6, u"txtNombre*"_s,
+            {workspace().conjuros, ui.lvConjuros, 6, u"txtNombre*"_s,
              u"tipo:txtTipo* nivel:txtNivel* magiasalvaje:chkMagiaSalvaje reversible:chkReversible "
              "escuela:txtEscuela* esfera:txtEsfera* alcance:txtAlcance* "
              "componentes:txtComponentes* duracion:txtDuracion* tlanzamiento:txtTlanzamiento* "
@@ -297,7 +294,7 @@ void expectShown(QWidget* editor, const Field& field, const QString& text)
 TEST_F(CatalogueEditorsTest, EveryControlShowsAndWritesItsField)
 {
     for (const Editor& kind : allEditors()) {
-        ListItem& item = kind.catalogue.items.at(0);
+        ListItem& item = kind.catalogue.model().at(0);
         choosePage(kind.page);
         for (const QString& checked : {u"Sí"_s, u"No"_s, u"sí"_s}) {
             SCOPED_TRACE(item.text().toStdString());
@@ -338,14 +335,13 @@ TEST_F(CatalogueEditorsTest, SavingARecordUnchangedChangesNoByte)
                                   "\x85\x1F\x1E",
                                   "a\xB6\xB6 b ",
                                   QByteArray(40'000, 'w')};
-    for (Catalogue* const catalogue :
-         {&princ.armas, &princ.armaduras, &princ.equipo, &princ.conjuros}) {
-        SCOPED_TRACE(catalogue->kind.file.toStdString());
-        QByteArray bytes = catalogue->kind.headerLine.toLatin1() + "\r\n";
+    for (CatalogueDocument* const catalogue : workspace.catalogues()) {
+        SCOPED_TRACE(catalogue->kind().file.toStdString());
+        QByteArray bytes = catalogue->kind().headerLine.toLatin1() + "\r\n";
         for (int i = 0; i < texts.size(); ++i) {
             const QByteArray& text = texts[i];
             bytes += QByteArray::number(i) + text;
-            for (const platform::ListColumn& field : catalogue->kind.fields) {
+            for (const platform::ListColumn& field : catalogue->kind().fields) {
                 const bool isCheck = field.key == u"magico"_s || field.key == u"reversible"_s ||
                                      field.key == u"magiasalvaje"_s;
                 if (field.key == u"imagen"_s)
@@ -356,28 +352,28 @@ TEST_F(CatalogueEditorsTest, SavingARecordUnchangedChangesNoByte)
             bytes += "\r\n";
         }
         replace(*catalogue, bytes);
-        for (int i = 0; i < catalogue->items.count(); ++i) {
-            const ListItem& item = catalogue->items.at(i);
+        for (int i = 0; i < catalogue->items().count(); ++i) {
+            const ListItem& item = catalogue->items().at(i);
             save(opened([&] {
-                if (catalogue == &princ.armas)
+                if (catalogue == &workspace.armas)
                     platform::FormRegistry::another<FrmArmas>().editItem(item);
-                else if (catalogue == &princ.armaduras)
+                else if (catalogue == &workspace.armaduras)
                     platform::FormRegistry::another<FrmArmaduras>().editItem(item);
-                else if (catalogue == &princ.equipo)
+                else if (catalogue == &workspace.equipo)
                     platform::FormRegistry::another<FrmEquipo>().editItem(item);
                 else
                     platform::FormRegistry::another<FrmConjuros>().editItem(item);
             }));
         }
         EXPECT_TRUE(editors().isEmpty());
-        saveCatalogue(*catalogue);
-        EXPECT_TRUE(app.read(u"ini/"_s + catalogue->kind.file) == bytes);
+        catalogue->save();
+        EXPECT_TRUE(app.read(u"ini/"_s + catalogue->kind().file) == bytes);
     }
 }
 
 TEST_F(CatalogueEditorsTest, KeysHeldDownActOnceAndADoubleClickOpensTheSelectedItem)
 {
-    replace(princ.armas, "Daga;1d4;;;;;;;;\r\nMaza;1d6;;;;;;;;\r\n");
+    replace(workspace.armas, "Daga;1d4;;;;;;;;\r\nMaza;1d6;;;;;;;;\r\n");
     choosePage(3);
     QWidget* const rows = ui().lvArmas->viewport();
     const QPoint below(40, rows->height() - 4);
@@ -386,7 +382,7 @@ TEST_F(CatalogueEditorsTest, KeysHeldDownActOnceAndADoubleClickOpensTheSelectedI
         QTest::mouseDClick(rows, Qt::LeftButton, {}, below);
     };
     EXPECT_FALSE(opened(doubleClickBelow)) << "nothing is selected";
-    ui().lvArmas->select(princ.armas.items.at(1));
+    ui().lvArmas->select(workspace.armas.items().at(1));
     QWidget* const editor = opened(doubleClickBelow);
     ASSERT_TRUE(editor);
     EXPECT_EQ(editor->windowTitle(), u"Maza"_s);
@@ -412,8 +408,8 @@ TEST_F(CatalogueEditorsTest, KeysHeldDownActOnceAndADoubleClickOpensTheSelectedI
 TEST_F(CatalogueEditorsTest, OnlyItsButtonTakesAPictureAway)
 {
     app.write(u"ini/pics/armas/enorme.gif"_s, plainGif({900, 300}));
-    replace(princ.armas, "Daga;;;;;;;;ini\\pics\\armas\\enorme.gif;\r\n"
-                         "Maza;;;;;;;;;\r\n");
+    replace(workspace.armas, "Daga;;;;;;;;ini\\pics\\armas\\enorme.gif;\r\n"
+                             "Maza;;;;;;;;;\r\n");
     choosePage(3);
     QWidget* editor = open(ui().lvArmas, u"Daga"_s);
     const auto preview = [&] { return in<platform::PreviewBox>(editor, u"imgArma"_s)->picture(); };
@@ -427,7 +423,7 @@ TEST_F(CatalogueEditorsTest, OnlyItsButtonTakesAPictureAway)
     EXPECT_TRUE(preview().isNull());
     EXPECT_TRUE(in(editor, u"txtImagen"_s)->text().isEmpty());
     save(editor);
-    const ListItem& daga = *princ.armas.items.find(u"Daga"_s);
+    const ListItem& daga = *workspace.armas.items().find(u"Daga"_s);
     EXPECT_TRUE(daga.subItem(u"imagen"_s).isEmpty());
     EXPECT_EQ(daga.icon(), 1) << "the list shows it until it is loaded again";
     ASSERT_TRUE(QFile::remove(app.path(u"ini/pics/armas/enorme.gif"_s)));

@@ -35,19 +35,19 @@ TEST_F(CatalogueWindowTest, DeletingAsksAndTheNameIsFreeAgain)
     click(ui().cmdDeleteArma); // nothing selected, nothing asked
     QWidget* const editor = open(ui().lvArmas, u"Daga"_s);
     const QByteArray file = app.read(u"ini/Armas.ini"_s);
-    const int count = princ.armas.items.count();
+    const int count = workspace.armas.items().count();
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         boxes.expect(answer);
         click(ui().cmdDeleteArma);
         EXPECT_EQ(boxes.asked().back().text, u"Está por eliminar 'Daga'.\r\n ¿Está seguro?"_s);
         EXPECT_EQ(boxes.asked().back().title, u"Advertencia"_s);
-        EXPECT_EQ(princ.armas.items.count(), answer == Answer::No ? count : count - 1);
+        EXPECT_EQ(workspace.armas.items().count(), answer == Answer::No ? count : count - 1);
     }
     EXPECT_EQ(app.read(u"ini/Armas.ini"_s), file);
     boxes.expect();
     save(editor);
     expectReport(u"frmArmas"_s);
-    EXPECT_EQ(princ.armas.items.count(), count - 1);
+    EXPECT_EQ(workspace.armas.items().count(), count - 1);
 
     click(ui().cmdNewArma);
     Ui::FrmArmas& fresh = frmArmas().ui();
@@ -55,7 +55,7 @@ TEST_F(CatalogueWindowTest, DeletingAsksAndTheNameIsFreeAgain)
     fresh.txtImagen->setText(u"ini\\pics\\armas\\daga.gif"_s);
     save(&frmArmas().window());
     EXPECT_FALSE(frmArmas().isVisible());
-    EXPECT_GT(princ.armas.items.find(u"Daga"_s)->icon(), 0);
+    EXPECT_GT(workspace.armas.items().find(u"Daga"_s)->icon(), 0);
 }
 
 TEST_F(CatalogueWindowTest, ASaveTellsWhatItWrote)
@@ -69,17 +69,17 @@ TEST_F(CatalogueWindowTest, ASaveTellsWhatItWrote)
         EXPECT_EQ(ui().lblEstado->text(), text);
     }
     EXPECT_FALSE(ui().avisos->isVisible());
-    replace(princ.equipo, "Cuerda;No;;;;\r\n");
+    replace(workspace.equipo, "Cuerda;No;;;;\r\n");
     ui().cmdGuardarEquipo->click();
     EXPECT_EQ(ui().lblEstado->text(), u"Guardado: 1 elemento de equipo"_s);
 
-    princ.armas.items.at(4).setText(princ.armas.items.at(2).text());
+    workspace.armas.model().at(4).setText(workspace.armas.items().at(2).text());
     boxes.expect();
     ui().cmdGuardarArmas->click();
     EXPECT_TRUE(boxes.asked().back().text.contains(u"filas 3"_s));
     EXPECT_TRUE(ui().lblEstado->text().isEmpty());
 
-    EXPECT_THROW(replace(princ.equipo, "Cuerda;No;;;;\r\nSaco\r\nVela\r\n"), platform::Error);
+    EXPECT_THROW(replace(workspace.equipo, "Cuerda;No;;;;\r\nSaco\r\nVela\r\n"), platform::Error);
     ui().cmdGuardarEquipo->click();
     EXPECT_EQ(ui().lblEstado->text(), u"Guardado: 1 elemento de equipo"_s);
     EXPECT_TRUE(ui().avisos->isVisible());
@@ -88,7 +88,7 @@ TEST_F(CatalogueWindowTest, ASaveTellsWhatItWrote)
 
 TEST_F(CatalogueWindowTest, AFilterHidesRowsAndNothingElse)
 {
-    replace(princ.armas, "Maza;1d6;;;;;;;;De hierro\r\nÁrbol;;;;;;;;;\r\nDaga;1d4;;;;;;;;\r\n");
+    replace(workspace.armas, "Maza;1d6;;;;;;;;De hierro\r\nÁrbol;;;;;;;;;\r\nDaga;1d4;;;;;;;;\r\n");
     choosePage(3);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&princ.window()));
     platform::ListView& list = *ui().lvArmas;
@@ -108,7 +108,7 @@ TEST_F(CatalogueWindowTest, AFilterHidesRowsAndNothingElse)
         ASSERT_EQ(QApplication::focusWidget(), &box);
         QTest::keyClicks(&box, text);
     };
-    list.select(princ.armas.items.at(2));
+    list.select(workspace.armas.items().at(2));
     type(u"HIERRO maza"_s);
     EXPECT_EQ(shown(), u"Maza"_s);
     EXPECT_EQ(count->text(), u"1 de 3"_s);
@@ -129,7 +129,7 @@ TEST_F(CatalogueWindowTest, AFilterHidesRowsAndNothingElse)
     EXPECT_EQ(app.read(u"ini/Armas.ini"_s).count('\n'), 4) << "all items are saved";
 
     // An item that a filter hides is removed, made and changed as any other.
-    princ.armas.items.remove(*princ.armas.items.find(u"Maza"_s));
+    workspace.armas.remove(u"Maza"_s);
     EXPECT_EQ(count->text(), u"1 de 2"_s);
     click(ui().cmdNewArma);
     frmArmas().ui().txtNombre->setText(u"Arco"_s);
@@ -144,8 +144,7 @@ TEST_F(CatalogueWindowTest, AFilterHidesRowsAndNothingElse)
     EXPECT_EQ(list.selectedItem()->text(), u"Puñal"_s);
     EXPECT_EQ(shown(), u"Árbol Arco Puñal"_s);
 
-    princ.window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&princ.window()));
+    activate();
     type(u"x"_s);
     EXPECT_EQ(shown(), QString());
     EXPECT_EQ(count->text(), u"0 de 3"_s);
@@ -153,6 +152,140 @@ TEST_F(CatalogueWindowTest, AFilterHidesRowsAndNothingElse)
     EXPECT_TRUE(box.text().isEmpty());
     EXPECT_EQ(shown(), u"Árbol Arco Puñal"_s);
     EXPECT_FALSE(count->isVisible());
+}
+
+TEST_F(CatalogueWindowTest, KeysUndoWhatWasDoneToTheListShown)
+{
+    CatalogueDocument& armas = workspace.armas;
+    choosePage(3);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&princ.window()));
+    platform::ListView& list = *ui().lvArmas;
+    const auto key = [&](QKeyCombination keys) {
+        QTest::keyClick(QApplication::focusWidget(), keys.key(), keys.keyboardModifiers());
+    };
+    const auto undo = [&] { key(Qt::CTRL | Qt::Key_Z); };
+    const ListItem::Contents daga = armas.items().find(u"Daga"_s)->contents();
+    const int row = armas.items().positionOf(*armas.items().find(u"Daga"_s));
+    list.select(*armas.items().find(u"Daga"_s));
+    list.setFocus();
+    boxes.expect(Answer::Yes);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(action(u"deshacer"_s).text(), u"&Deshacer eliminar «Daga»"_s);
+    ui().txtFiltroArmas->setText(u"maza"_s);
+    undo();
+    ASSERT_TRUE(list.selectedItem());
+    EXPECT_TRUE(list.selectedItem()->contents() == daga);
+    EXPECT_EQ(armas.items().positionOf(*list.selectedItem()), row);
+    EXPECT_TRUE(ui().txtFiltroArmas->text().isEmpty()) << "it hid what came back";
+    EXPECT_EQ(action(u"rehacer"_s).text(), u"&Rehacer eliminar «Daga»"_s);
+    key(Qt::CTRL | Qt::Key_Y);
+    EXPECT_FALSE(armas.items().find(u"Daga"_s));
+    undo();
+    key(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
+    EXPECT_FALSE(armas.items().find(u"Daga"_s));
+    undo();
+
+    QWidget* const editor = open(&list, u"Daga"_s);
+    in(editor, u"txtNombre"_s)->setText(u"Sal & "_s + QString(99, u'x'));
+    save(editor);
+    EXPECT_LT(action(u"deshacer"_s).text().size(), 99);
+    EXPECT_TRUE(action(u"deshacer"_s).text().startsWith(u"&Deshacer editar «Sal && x"_s));
+    EXPECT_TRUE(list.selectedItem()->text().startsWith(u"Sal"_s));
+
+    // What is typed is undone where it was typed; another page has steps of its own.
+    activate();
+    platform::FilterBox& box = *ui().txtFiltroArmas;
+    box.setFocus();
+    QTest::keyClicks(&box, u"sal"_s);
+    undo();
+    EXPECT_TRUE(box.text().isEmpty());
+    undo();
+    EXPECT_FALSE(armas.items().find(u"Daga"_s)) << "the box has nothing left to undo";
+    list.setFocus();
+    undo();
+    box.setFocus();
+    QTest::keyClicks(&box, u"daga"_s);
+    undo();
+    key(Qt::CTRL | Qt::Key_Y);
+    EXPECT_EQ(box.text(), u"daga"_s);
+    EXPECT_TRUE(armas.items().find(u"Daga"_s));
+    for (const int other : {4, 0}) {
+        choosePage(other);
+        EXPECT_FALSE(action(u"deshacer"_s).isEnabled());
+        EXPECT_EQ(action(u"deshacer"_s).text(), u"&Deshacer"_s);
+        undo();
+    }
+    EXPECT_TRUE(list.selectedItem()->contents() == daga);
+}
+
+TEST_F(CatalogueWindowTest, CommandsActOnThePageShown)
+{
+    const auto key = [&](QKeyCombination keys) {
+        QTest::keyClick(&princ.window(), keys.key(), keys.keyboardModifiers());
+    };
+    for (int tab = 0; tab < 7; ++tab) {
+        SCOPED_TRACE(tab);
+        activate();
+        EXPECT_EQ(ui().TabStrip->currentIndex(), tab);
+        EXPECT_TRUE(action(u"ver"_s + ui().TabStrip->tabText(tab)).isChecked());
+        for (const QString& command : {u"guardar"_s, u"nuevo"_s, u"buscar"_s})
+            EXPECT_EQ(action(command).isEnabled(), tab > 2);
+        auto* const list =
+            princ.window().findChild<platform::ListView*>(u"lv"_s + ui().TabStrip->tabText(tab));
+        ASSERT_EQ(list != nullptr, tab > 2);
+        ui().lblEstado->clear();
+        key(Qt::CTRL | Qt::Key_S);
+        EXPECT_EQ(ui().lblEstado->text().isEmpty(), tab < 3);
+        activate();
+        const auto newItem = [&] { key(Qt::CTRL | Qt::Key_N); };
+        QWidget* const editor = opened(newItem);
+        EXPECT_EQ(editor != nullptr, tab > 2);
+        if (!list) {
+            key(tab == 0 ? Qt::CTRL | Qt::Key_PageDown : Qt::CTRL | Qt::Key_Tab);
+            continue;
+        }
+        editor->close();
+        activate();
+        for (const QString& command : {u"editar"_s, u"eliminar"_s}) {
+            list->clearSelection();
+            EXPECT_FALSE(action(command).isEnabled());
+            list->selectFirst();
+            EXPECT_TRUE(action(command).isEnabled());
+        }
+        const auto enter = [&](QWidget* at) {
+            at->setFocus();
+            return opened([&] { QTest::keyClick(at, Qt::Key_Return); });
+        };
+        EXPECT_FALSE(enter(ui().cmdDungeon));
+        QWidget* const opened = enter(list);
+        ASSERT_TRUE(opened);
+        EXPECT_EQ(opened->windowTitle(), list->selectedItem()->text());
+        opened->close();
+
+        // Tab goes through the page, and round.
+        activate();
+        ui().TabStrip->setFocus();
+        QStringList way;
+        for (int i = 0; i < 8; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            way.append(QApplication::focusWidget()->objectName());
+        }
+        EXPECT_TRUE(way[0].startsWith(u"txtFiltro"_s));
+        EXPECT_EQ(way[1], list->objectName());
+        EXPECT_TRUE(way[2].startsWith(u"cmdNew"_s) && way[3].startsWith(u"cmdDelete"_s) &&
+                    way[4].startsWith(u"cmdGuardar"_s));
+        EXPECT_EQ(way.mid(5), QStringList({u"cmdMapa"_s, u"cmdDungeon"_s, u"TabStrip"_s}));
+        list->setFocus();
+        key(tab == 3 ? Qt::CTRL | Qt::Key_PageDown : Qt::CTRL | Qt::Key_Tab);
+        EXPECT_TRUE(tab == 6 || QApplication::focusWidget()->objectName().startsWith(u"lv"_s));
+    }
+    EXPECT_EQ(ui().TabStrip->currentIndex(), 0) << "round";
+    key(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab);
+    key(Qt::CTRL | Qt::Key_PageUp);
+    EXPECT_EQ(ui().TabStrip->currentIndex(), 5);
+    action(u"verGente"_s).trigger();
+    action(u"verGente"_s).trigger();
+    EXPECT_TRUE(action(u"verGente"_s).isChecked() && ui().Frame_1->isVisible());
 }
 
 TEST_F(CatalogueWindowTest, PicturesTakeWhatIsShownOfThem)

@@ -4,6 +4,7 @@
 #include "window_test.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QLineEdit>
 #include <QToolButton>
@@ -14,25 +15,29 @@ class CatalogueWindowTest : public WindowTest
 protected:
     CatalogueWindowTest()
     {
-        for (Catalogue* const catalogue :
-             {&princ.armas, &princ.armaduras, &princ.equipo, &princ.conjuros}) {
-            princ.createColumns(*catalogue);
-            loadCatalogue(*catalogue);
-        }
+        for (CatalogueDocument* const catalogue : workspace.catalogues())
+            catalogue->load();
         princ.show();
     }
 
     /// Puts other records in the place of a catalogue's own.
-    void replace(Catalogue& catalogue, const QByteArray& records) const
+    void replace(CatalogueDocument& catalogue, const QByteArray& records) const
     {
-        catalogue.items.clear();
-        catalogue.pictures = {};
-        app.write(QStringLiteral("ini/") + catalogue.kind.file, records);
-        loadCatalogue(catalogue);
+        app.write(QStringLiteral("ini/") + catalogue.kind().file, records);
+        catalogue.load();
     }
 
     void choosePage(int tab) { ui().TabStrip->setCurrentIndex(tab); }
     Ui::FrmPrinc& ui() { return princ.ui(); }
+
+    QAction& action(const QString& key) { return *princ.window().findChild<QAction*>(key); }
+
+    /// Keys go to the catalogue window again, after another one was up.
+    void activate()
+    {
+        princ.window().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&princ.window()));
+    }
 
     static void click(QAbstractButton* button) { QTest::mouseClick(button, Qt::LeftButton); }
 

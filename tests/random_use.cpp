@@ -66,6 +66,8 @@ void RandomUse::use(QWidget& form)
         }
         if (qobject_cast<platform::PictureBox*>(control))
             controls.append(QWidgetList(20, control));
+        if (control->objectName().startsWith(u"cmdGuardar"_s))
+            controls.append(QWidgetList(2, control));
     }
     QWidget* const control = oneIn(8) || controls.isEmpty() ? &form : anyOf(controls);
     if (control == &form) {

@@ -432,18 +432,17 @@ private:
     void expectSavedRows(const QString& button)
     {
         ++saves_;
-        for (Catalogue* const shown :
-             {&frmPrinc().armas, &frmPrinc().armaduras, &frmPrinc().equipo, &frmPrinc().conjuros}) {
-            if (button != u"cmdGuardar"_s + shown->kind.file.section(u'.', 0, 0))
+        for (CatalogueDocument* const shown : workspace.catalogues()) {
+            if (button != u"cmdGuardar"_s + shown->kind().file.section(u'.', 0, 0))
                 continue;
-            Catalogue read(shown->kind);
-            read.items.setColumns(shown->kind.fields);
+            Catalogue read(shown->kind());
+            read.items.setColumns(shown->kind().fields);
             try {
                 loadCatalogue(read);
             } catch (const platform::Error& error) {
                 ADD_FAILURE() << error.what();
             }
-            EXPECT_EQ(rowsOf(read.items), rowsOf(shown->items));
+            EXPECT_EQ(rowsOf(read.items), rowsOf(shown->items()));
         }
     }
 

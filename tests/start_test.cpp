@@ -24,6 +24,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QTabBar>
 
 using namespace Qt::StringLiterals;
@@ -47,13 +48,8 @@ TEST_F(StartTest, ShowsTheMapWindowOnlyAfterTheAboutBoxIsClosed)
         EXPECT_FALSE(frmAbout().isLoaded());
         EXPECT_TRUE(frmMapa().isVisible());
         frmMapa().hide();
-        // A second start in one process needs empty catalogues.
-        for (Catalogue* const catalogue :
-             {&frmPrinc().armas, &frmPrinc().armaduras, &frmPrinc().equipo, &frmPrinc().conjuros}) {
-            EXPECT_GE(catalogue->items.count(), 12);
-            catalogue->items.clear();
-            catalogue->pictures = {};
-        }
+        for (CatalogueDocument* const catalogue : workspace.catalogues())
+            EXPECT_GE(catalogue->items().count(), 12);
     }
     EXPECT_TRUE(frmPrinc().isLoaded());
     for (platform::FormBase* const hidden :
@@ -82,10 +78,10 @@ TEST_F(StartTest, ABrokenCatalogueIsReportedAndTheRestGoesOn)
     EXPECT_TRUE(boxes.asked()[0].text.contains(u"Armas.ini"_s));
     EXPECT_TRUE(boxes.asked()[0].text.endsWith(u") in procedure loadArmas of Módulo Procs"_s));
     EXPECT_TRUE(boxes.asked()[1].text.endsWith(u") in procedure loadEquipo of Módulo Procs"_s));
-    EXPECT_EQ(frmPrinc().armas.items.count(), 0);
-    EXPECT_GE(frmPrinc().armaduras.items.count(), 12);
-    EXPECT_EQ(frmPrinc().equipo.items.count(), 1);
-    EXPECT_GE(frmPrinc().conjuros.items.count(), 12);
+    EXPECT_EQ(workspace.armas.items().count(), 0);
+    EXPECT_GE(workspace.armaduras.items().count(), 12);
+    EXPECT_EQ(workspace.equipo.items().count(), 1);
+    EXPECT_GE(workspace.conjuros.items().count(), 12);
     EXPECT_TRUE(frmMapa().isVisible());
 }
 
@@ -118,14 +114,13 @@ TEST_F(StartTest, ClosingTheMapWindowEndsTheProgram)
 
 TEST_F(StartTest, SavingACatalogueShowsProgressUnlessItIsEmpty)
 {
-    frmPrinc().createColumns(frmPrinc().armas);
-    loadCatalogue(frmPrinc().armas);
+    workspace.armas.load();
     const QByteArray bytes = app.read(u"ini/Armas.ini"_s);
     frmPrinc().cmdGuardarArmas_Click();
     EXPECT_EQ(app.read(u"ini/Armas.ini"_s), bytes);
     EXPECT_FALSE(frmProgreso().isVisible());
-    EXPECT_EQ(frmProgreso().ui().pbProgreso->maximum(), frmPrinc().armas.items.count());
-    EXPECT_EQ(frmProgreso().ui().pbProgreso->value(), frmPrinc().armas.items.count());
+    EXPECT_EQ(frmProgreso().ui().pbProgreso->maximum(), workspace.armas.items().count());
+    EXPECT_EQ(frmProgreso().ui().pbProgreso->value(), workspace.armas.items().count());
     EXPECT_EQ(frmProgreso().window().windowTitle(), u"Generando"_s);
 
     frmProgreso().unload();
@@ -133,7 +128,7 @@ TEST_F(StartTest, SavingACatalogueShowsProgressUnlessItIsEmpty)
     EXPECT_FALSE(frmProgreso().isLoaded());
     EXPECT_EQ(app.read(u"ini/Equipo.ini"_s).count('\n'), 1);
 
-    frmPrinc().armas.items.at(0).setSubItem(u"notas"_s, u"→"_s);
+    workspace.armas.model().at(0).setSubItem(u"notas"_s, u"→"_s);
     boxes.expect();
     frmPrinc().cmdGuardarArmas_Click();
     EXPECT_TRUE(boxes.asked().back().text.contains(u"«→»"_s));
@@ -170,6 +165,15 @@ TEST_F(StartTest, EveryWindowHoldsTheHouseRules)
         known.form.show();
         EXPECT_EQ(known.form.window().objectName(), known.name);
         EXPECT_EQ(known.form.window().windowTitle(), known.caption);
+        for (const auto* const menu : known.form.window().findChildren<QMenu*>()) {
+            QString letters;
+            for (const QAction* const action : menu->actions()) {
+                const QString letter = action->text().section(u'&', 1).left(1).toLower();
+                EXPECT_FALSE(!letter.isEmpty() && letters.contains(letter))
+                    << action->text().toStdString();
+                letters += letter;
+            }
+        }
         for (const auto* const child : known.form.window().findChildren<QWidget*>()) {
             // Parts that Qt makes for itself have its names, or none.
             const QString name = child->objectName();

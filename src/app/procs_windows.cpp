@@ -1,6 +1,6 @@
 #include "app/procs_windows.h"
 
-#include "catalogue/frmPrinc.h"
+#include "app/workspace.h"
 #include "platform/forms/msg_box.h"
 
 #include <QCoreApplication>
@@ -11,12 +11,12 @@ using namespace Qt::StringLiterals;
 namespace Procs {
 namespace {
 
-void load(Catalogue& catalogue)
+void load(CatalogueDocument& catalogue)
 {
     try {
-        loadCatalogue(catalogue);
+        catalogue.load();
     } catch (const platform::Error& error) {
-        reportError(error, catalogue.kind.loadProcedure, u"Módulo Procs"_s);
+        reportError(error, catalogue.kind().loadProcedure, u"Módulo Procs"_s);
     }
 }
 
@@ -38,22 +38,22 @@ bool setTopmost(QWindow* handle, bool onTop)
 
 void loadArmas()
 {
-    load(frmPrinc().armas);
+    load(workspace().armas);
 }
 
 void loadArmaduras()
 {
-    load(frmPrinc().armaduras);
+    load(workspace().armaduras);
 }
 
 void loadEquipo()
 {
-    load(frmPrinc().equipo);
+    load(workspace().equipo);
 }
 
 void loadConjuros()
 {
-    load(frmPrinc().conjuros);
+    load(workspace().conjuros);
 }
 
 } // namespace Procs

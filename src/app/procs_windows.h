@@ -14,8 +14,8 @@ void reportError(const platform::Error& error, const QString& procedure, const Q
 /// resizing it. Returns whether there is such a window and onTop is true.
 bool setTopmost(QWindow* handle, bool onTop);
 
-/// The catalogue loaders: each reads its file into its list of frmPrinc, which is empty before. An
-/// error ends the loading and is reported; what was read stays.
+/// The catalogue loaders: each reads its file into its catalogue of the workspace, which frmPrinc
+/// shows. An error ends the loading and is reported; what was read stays.
 void loadArmas();
 void loadArmaduras();
 void loadEquipo();

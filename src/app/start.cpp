@@ -13,15 +13,10 @@ void Main()
 {
     platform::randomSource().seedFromClock();
 
-    FrmPrinc& princ = frmPrinc();
-    princ.window();
-    princ.createColumns(princ.armas);
+    frmPrinc().window();
     Procs::loadArmas();
-    princ.createColumns(princ.armaduras);
     Procs::loadArmaduras();
-    princ.createColumns(princ.equipo);
     Procs::loadEquipo();
-    princ.createColumns(princ.conjuros);
     Procs::loadConjuros();
 
     frmTiles().createColumns();

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "catalogue/catalogue_document.h"
 #include "localmap/local_canvas.h"
 #include "worldmap/definitions.h"
 
-/// What the program has loaded and its parts share: definitions and their pictures. The windows
-/// have one, the command line has one, and every test its own.
+#include <array>
+
+/// What the program has loaded and its parts share: catalogues, definitions and their pictures. The
+/// windows have one, the command line has one, and every test its own.
 class Workspace
 {
 public:
@@ -12,6 +15,15 @@ public:
     ~Workspace();
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
+
+    CatalogueDocument armas{armasKind()};
+    CatalogueDocument armaduras{armadurasKind()};
+    CatalogueDocument equipo{equipoKind()};
+    CatalogueDocument conjuros{conjurosKind()};
+    std::array<CatalogueDocument*, 4> catalogues()
+    {
+        return {&armas, &armaduras, &equipo, &conjuros};
+    }
 
     Palette tiles{tilesKind()};
     Palette pins{pinesKind()};

@@ -1,6 +1,6 @@
 #include "catalogue/editor_kinds_form.h"
 
-#include "catalogue/frmPrinc.h"
+#include "app/workspace.h"
 
 using namespace Qt::StringLiterals;
 
@@ -38,8 +38,7 @@ std::vector<EditorField> thing(std::vector<EditorField> fields)
 const EditorKind& armasEditor()
 {
     static const EditorKind kind{
-        .catalogue = []() -> Catalogue& { return frmPrinc().armas; },
-        .list = []() -> platform::ListView& { return *frmPrinc().ui().lvArmas; },
+        .document = []() -> CatalogueDocument& { return workspace().armas; },
         .itemWord = u"arma"_s,
         .owner = u"Formulario frmArmas"_s,
         .pictureFolder = u"ini\\pics\\armas"_s,
@@ -54,8 +53,7 @@ const EditorKind& armasEditor()
 const EditorKind& armadurasEditor()
 {
     static const EditorKind kind{
-        .catalogue = []() -> Catalogue& { return frmPrinc().armaduras; },
-        .list = []() -> platform::ListView& { return *frmPrinc().ui().lvArmaduras; },
+        .document = []() -> CatalogueDocument& { return workspace().armaduras; },
         .itemWord = u"armadura"_s,
         .owner = u"Formulario frmArmaduras"_s,
         .pictureFolder = u"ini\\pics\\armaduras"_s,
@@ -72,8 +70,7 @@ const EditorKind& armadurasEditor()
 const EditorKind& equipoEditor()
 {
     static const EditorKind kind{
-        .catalogue = []() -> Catalogue& { return frmPrinc().equipo; },
-        .list = []() -> platform::ListView& { return *frmPrinc().ui().lvEquipo; },
+        .document = []() -> CatalogueDocument& { return workspace().equipo; },
         .itemWord = u"equipo"_s,
         .owner = u"Formulario frmEquipos"_s,
         .pictureFolder = u"ini\\pics\\equipo"_s,
@@ -86,8 +83,7 @@ const EditorKind& equipoEditor()
 const EditorKind& conjurosEditor()
 {
     static const EditorKind kind{
-        .catalogue = []() -> Catalogue& { return frmPrinc().conjuros; },
-        .list = []() -> platform::ListView& { return *frmPrinc().ui().lvConjuros; },
+        .document = []() -> CatalogueDocument& { return workspace().conjuros; },
         .itemWord = u"conjuro"_s,
         .owner = u"Formulario frmConjuros"_s,
         .pictureFolder = u"ini\\pics\\conjuros"_s,

@@ -1,19 +1,13 @@
 #include "catalogue/frmPrinc.h"
 
-#include "app/frmManual.h"
 #include "catalogue/frmArmaduras.h"
 #include "catalogue/frmArmas.h"
 #include "catalogue/frmConjuros.h"
 #include "catalogue/frmEquipo.h"
 #include "catalogue/frmProgreso.h"
-#include "localmap/frmMapaLocal.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/picture_box.h"
-#include "worldmap/frmMapa.h"
-
-#include <QAction>
-#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -24,20 +18,18 @@ void showPicture(QToolButton& button, const QString& name)
     button.setIcon(platform::pixelIcon({QImage(u":/pictures/%1.gif"_s.arg(name))}));
 }
 
-/// What runs an action as a command of the user.
-template <typename Action>
-auto command(Action action)
+/// Shows a kind's shared editor for a new item.
+template <auto Shared>
+void newItem()
 {
-    return [action] { platform::runCommand(action); };
+    Shared().createItem();
 }
 
-/// Opens the list's selected item in a further window of its editor, if there is one.
+/// Opens an item in a further window of its editor.
 template <typename Editor>
-void openSelected(platform::ListView& list)
+void openItem(const platform::ListItem& item)
 {
-    const platform::ListItem* const item = list.selectedItem();
-    if (item && list.isShown(*item))
-        platform::FormRegistry::another<Editor>().editItem(*item);
+    platform::FormRegistry::another<Editor>().editItem(item);
 }
 
 } // namespace
@@ -47,40 +39,40 @@ FrmPrinc& frmPrinc()
     return platform::FormRegistry::shared<FrmPrinc>();
 }
 
-void FrmPrinc::createColumns(Catalogue& catalogue)
+const platform::ListItem* FrmPrinc::Page::chosen() const
 {
-    catalogue.items.setColumns(catalogue.kind.fields);
+    const platform::ListItem* const selected = list->selectedItem();
+    return selected && list->isShown(*selected) ? selected : nullptr;
 }
 
-template <typename Editor>
-void FrmPrinc::setUp(Catalogue& catalogue, const Page& page, Editor& (*shared)())
+void FrmPrinc::setUp(const Page& page)
 {
     platform::ListView& list = *page.list;
-    list.setItems(catalogue.items, catalogue.pictures);
+    CatalogueDocument& document = *page.document;
+    list.setItems(document.model(), document.pictures());
     page.filter->filter(list);
+    QObject::connect(&document, &CatalogueDocument::itemEdited, &list,
+                     [&list](const platform::ListItem& item) { list.select(item); });
     list.setDragEnabled(true); // nothing takes what is dropped: the drag is only seen
-    const auto open = command([&list] { openSelected<Editor>(list); });
-    const auto remove = command([this, &catalogue, &list] { deleteSelected(catalogue, list); });
-    QObject::connect(&list, &platform::ListView::dblClick, &window(), open);
-    const auto onKey = [&](Qt::Key key, const auto& action) {
-        auto* const shortcut = new QShortcut(key, &list, nullptr, nullptr, Qt::WidgetShortcut);
-        shortcut->setAutoRepeat(false); // a key held down acts once
-        QObject::connect(shortcut, &QShortcut::activated, &window(), action);
-    };
-    onKey(Qt::Key_Return, open);
-    onKey(Qt::Key_Enter, open);
-    onKey(Qt::Key_Delete, remove);
-    auto* const search = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), page.filter);
-    QObject::connect(search, &QShortcut::activated, page.filter, &platform::FilterBox::beginSearch);
 
-    showPicture(*page.newItem, u"elemento_nuevo"_s);
-    showPicture(*page.deleteItem, u"elemento_borrar"_s);
-    showPicture(*page.save, u"guardar"_s);
-    QObject::connect(page.newItem, &QToolButton::clicked, &window(),
-                     command([shared] { shared().createItem(); }));
-    QObject::connect(page.deleteItem, &QToolButton::clicked, &window(), remove);
-    QObject::connect(page.save, &QToolButton::clicked, &window(),
-                     [this, &catalogue] { save(catalogue); });
+    showPicture(*page.newButton, u"elemento_nuevo"_s);
+    showPicture(*page.deleteButton, u"elemento_borrar"_s);
+    showPicture(*page.saveButton, u"guardar"_s);
+    const auto onClick = [&](QToolButton* button, const std::function<void()>& action) {
+        QObject::connect(button, &QToolButton::clicked, &window(),
+                         [action] { platform::runCommand(action); });
+    };
+    onClick(page.newButton, page.newItem);
+    onClick(page.deleteButton, [this, &page] { deleteChosen(page); });
+    onClick(page.saveButton, [this, &document] { save(document); });
+    QObject::connect(&list, &platform::ListView::dblClick, &window(),
+                     [this, &page] { platform::runCommand([&] { openChosen(page); }); });
+
+    const auto follow = [this] { commands_->update(); };
+    QObject::connect(&document.history(), &History::changed, &window(), follow);
+    QObject::connect(&list, &platform::ListView::rowsShownChanged, &window(), follow);
+    QObject::connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, &window(),
+                     follow);
 }
 
 void FrmPrinc::Form_Load()
@@ -94,29 +86,20 @@ void FrmPrinc::Form_Load()
     QObject::connect(c.TabStrip, &QTabBar::currentChanged, &window(),
                      [this](int tab) { TabStrip_Click(tab); });
 
-    setUp(armas, {c.lvArmas, c.txtFiltroArmas, c.cmdNewArma, c.cmdDeleteArma, c.cmdGuardarArmas},
-          &frmArmas);
-    setUp(armaduras,
-          {c.lvArmaduras, c.txtFiltroArmaduras, c.cmdNewArmadura, c.cmdDeleteArmadura,
-           c.cmdGuardarArmaduras},
-          &frmArmaduras);
-    setUp(equipo,
-          {c.lvEquipo, c.txtFiltroEquipo, c.cmdNewEquipo, c.cmdDeleteEquipo, c.cmdGuardarEquipo},
-          &frmEquipo);
-    setUp(conjuros,
-          {c.lvConjuros, c.txtFiltroConjuros, c.cmdNewConjuro, c.cmdDeleteConjuro,
-           c.cmdGuardarConjuros},
-          &frmConjuros);
-    QObject::connect(c.cmdDungeon, &QPushButton::clicked, &window(),
-                     command([] { frmMapaLocal().show(); }));
-    QObject::connect(c.cmdMapa, &QPushButton::clicked, &window(),
-                     command([] { frmMapa().show(); }));
-    auto* const manual = new QAction(u"&Manual"_s, &window());
-    manual->setObjectName(u"manual"_s);
-    manual->setShortcut(Qt::Key_F1);
-    window().addAction(manual);
-    QObject::connect(manual, &QAction::triggered, &window(),
-                     command([] { frmManual().showFor(u"frmPrinc"_s); }));
+    Workspace& all = workspace();
+    pages_ = {Page{&all.armas, c.lvArmas, c.txtFiltroArmas, c.cmdNewArma, c.cmdDeleteArma,
+                   c.cmdGuardarArmas, &newItem<frmArmas>, &openItem<FrmArmas>},
+              Page{&all.armaduras, c.lvArmaduras, c.txtFiltroArmaduras, c.cmdNewArmadura,
+                   c.cmdDeleteArmadura, c.cmdGuardarArmaduras, &newItem<frmArmaduras>,
+                   &openItem<FrmArmaduras>},
+              Page{&all.equipo, c.lvEquipo, c.txtFiltroEquipo, c.cmdNewEquipo, c.cmdDeleteEquipo,
+                   c.cmdGuardarEquipo, &newItem<frmEquipo>, &openItem<FrmEquipo>},
+              Page{&all.conjuros, c.lvConjuros, c.txtFiltroConjuros, c.cmdNewConjuro,
+                   c.cmdDeleteConjuro, c.cmdGuardarConjuros, &newItem<frmConjuros>,
+                   &openItem<FrmConjuros>}};
+    for (const Page& page : pages_)
+        setUp(page);
+    loadCommands();
 }
 
 void FrmPrinc::Form_Unload()
@@ -124,40 +107,62 @@ void FrmPrinc::Form_Unload()
     platform::endProgram();
 }
 
+const FrmPrinc::Page* FrmPrinc::page() const
+{
+    const std::size_t before = frames_.size() - pages_.size();
+    const auto shown = static_cast<std::size_t>(frameActual_);
+    return shown < before ? nullptr : &pages_.at(shown - before);
+}
+
 void FrmPrinc::TabStrip_Click(int tab)
 {
     if (tab == frameActual_)
         return;
+    QFrame& before = *frames_.at(static_cast<std::size_t>(frameActual_));
+    const bool hadFocus = window().focusWidget() && before.isAncestorOf(window().focusWidget());
     frames_.at(static_cast<std::size_t>(tab))->setVisible(true);
-    frames_.at(static_cast<std::size_t>(frameActual_))->setVisible(false);
+    before.setVisible(false);
     frameActual_ = tab;
+    if (hadFocus)
+        page() ? page()->list->setFocus() : ui().TabStrip->setFocus();
+    commands_->update();
 }
 
-void FrmPrinc::deleteSelected(Catalogue& catalogue, platform::ListView& list)
+void FrmPrinc::turnPage(int step)
 {
-    const platform::ListItem* const item = list.selectedItem();
-    if (!item || !list.isShown(*item))
+    const int tabs = ui().TabStrip->count();
+    ui().TabStrip->setCurrentIndex((frameActual_ + step + tabs) % tabs);
+}
+
+void FrmPrinc::openChosen(const Page& page)
+{
+    if (const platform::ListItem* const item = page.chosen())
+        page.open(*item);
+}
+
+void FrmPrinc::deleteChosen(const Page& page)
+{
+    const platform::ListItem* const item = page.chosen();
+    if (!item)
         return;
     const QString key = item->key();
     const auto answer = platform::MsgBox::show(
         u"Está por eliminar '%1'.\r\n ¿Está seguro?"_s.arg(item->text()), u"Advertencia"_s,
         platform::MsgBox::Icon::Question, platform::MsgBox::Buttons::YesNo);
-    if (answer != platform::MsgBox::Answer::Yes)
-        return;
-    if (const platform::ListItem* const still = catalogue.items.find(key))
-        catalogue.items.remove(*still);
+    if (answer == platform::MsgBox::Answer::Yes)
+        page.document->remove(key);
 }
 
-void FrmPrinc::save(Catalogue& catalogue)
+void FrmPrinc::save(CatalogueDocument& catalogue)
 {
     platform::runCommand([&] {
         const platform::WaitCursor wait;
         std::optional<FrmProgreso::Run> progress;
-        if (!catalogue.items.isEmpty())
-            progress.emplace(catalogue.items.count());
+        if (!catalogue.items().isEmpty())
+            progress.emplace(catalogue.items().count());
         ui().lblEstado->clear();
-        const SavedCatalogue saved = saveCatalogue(catalogue, [] { frmProgreso().advance(); });
-        ui().lblEstado->setText(u"Guardado: "_s + catalogue.kind.counted(saved.records));
+        const SavedCatalogue saved = catalogue.save([] { frmProgreso().advance(); });
+        ui().lblEstado->setText(u"Guardado: "_s + catalogue.kind().counted(saved.records));
         ui().avisos->tell(saved.notices);
     });
 }

@@ -10,7 +10,6 @@
 #include "platform/forms/picture_box.h"
 #include "platform/forms/text_guard.h"
 #include "platform/forms/twips.h"
-#include "platform/gdi/picture.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -22,7 +21,6 @@
 using namespace Qt::StringLiterals;
 
 using platform::Error;
-using platform::ErrorNumber;
 using platform::ListItem;
 
 namespace {
@@ -134,7 +132,7 @@ void ItemEditor::fill(const ListItem& item)
 /// Shows a picture of the catalogue's list: its file again or, where that is gone, the icon.
 void ItemEditor::showListPicture(int position)
 {
-    const platform::ImageList& pictures = kind_->catalogue().pictures;
+    const platform::ImageList& pictures = kind_->document().pictures();
     auto& preview = control<platform::PreviewBox>(kind_->pictureControl);
     try {
         preview.load(pictures.pathAt(position));
@@ -152,16 +150,13 @@ QString ItemEditor::valueOf(const EditorField& field) const
     return platform::textOf(control<QPlainTextEdit>(field.control));
 }
 
-void ItemEditor::writeFields(ListItem& item) const
+/// What the boxes say, in the order of the file.
+QStringList ItemEditor::fields() const
 {
+    QStringList all{control<QLineEdit>(nameControl()).text()};
     for (const EditorField& field : kind_->fields)
-        item.setSubItem(field.key, valueOf(field));
-}
-
-QString ItemEditor::itemKey() const
-{
-    return kind_->catalogue().kind.itemKey(control<QLineEdit>(nameControl()).text(),
-                                           valueOf(kind_->fields.front()));
+        all.append(valueOf(field));
+    return all;
 }
 
 void ItemEditor::cmdGuardar_Click()
@@ -183,44 +178,16 @@ void ItemEditor::save()
         refuse(u"Debe ingresar el nombre del %1."_s.arg(kind_->itemWord));
         return;
     }
+    CatalogueDocument& document = kind_->document();
     if (!editedKey_->isEmpty()) {
-        changeItem();
-    } else if (kind_->catalogue().items.findText(name)) {
+        document.change(*editedKey_, fields());
+    } else if (document.items().findText(name)) {
         refuse(u"Ya existe un %1 con ese nombre."_s.arg(kind_->itemWord));
         return;
     } else {
-        addItem();
+        document.add(fields());
     }
     form_->hide();
-}
-
-void ItemEditor::addItem()
-{
-    Catalogue& catalogue = kind_->catalogue();
-    checkRoom(catalogue);
-    const QString key = itemKey();
-    ListItem& item = catalogue.items.add(key, control<QLineEdit>(nameControl()).text());
-    if (const QString image = control<QLineEdit>(imageControl()).text(); !image.isEmpty()) {
-        const QString path = platform::inAppFolder(image);
-        const QImage picture = platform::loadPicture(path, catalogue.pictures.largest());
-        // The picture of an item that was deleted may still have the key.
-        item.setIcon(catalogue.pictures.append(key, picture, path));
-    }
-    writeFields(item);
-    catalogue.items.sortAgain();
-    kind_->list().select(item);
-}
-
-void ItemEditor::changeItem()
-{
-    ListItem* const item = kind_->catalogue().items.find(*editedKey_);
-    if (!item)
-        throw Error(ErrorNumber::NoSuchKey, u"«%1» ya no está en la lista"_s.arg(*editedKey_));
-    item->setText(control<QLineEdit>(nameControl()).text());
-    writeFields(*item);
-    item->setKey(itemKey());
-    kind_->catalogue().items.sortAgain();
-    kind_->list().select(*item);
 }
 
 void ItemEditor::cmdBuscarImagenes_Click()

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "catalogue/catalogue_file.h"
+#include "catalogue/catalogue_document.h"
 #include "platform/forms/form.h"
-#include "platform/forms/list_view.h"
 
 #include <QPointer>
 #include <functional>
@@ -20,12 +19,11 @@ struct EditorField {
 
 /// What tells the four editors apart, beside their designs.
 struct EditorKind {
-    Catalogue& (*catalogue)();     ///< the catalogue that the editor writes into
-    platform::ListView& (*list)(); ///< shows it
-    QString itemWord;              ///< in messages: "arma"
-    QString owner;                 ///< in error reports: "Formulario frmArmas"
-    QString pictureFolder;         ///< below AppFolder, as paths of pictures begin
-    QString pictureControl;        ///< shows the item's picture
+    CatalogueDocument& (*document)(); ///< the catalogue that the editor writes into
+    QString itemWord;                 ///< in messages: "arma"
+    QString owner;                    ///< in error reports: "Formulario frmArmas"
+    QString pictureFolder;            ///< below AppFolder, as paths of pictures begin
+    QString pictureControl;           ///< shows the item's picture
     bool nameSelectsAll;
     std::vector<EditorField> fields; ///< all but the name, in file order
 };
@@ -45,11 +43,8 @@ public:
 
 private:
     void save();
-    void addItem();
-    void changeItem();
-    void writeFields(platform::ListItem& item) const;
+    QStringList fields() const;
     QString valueOf(const EditorField& field) const;
-    QString itemKey() const;
     void cmdBuscarImagenes_Click();
     void cmdSinImagen_Click();
     void showPicture();

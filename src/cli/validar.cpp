@@ -34,13 +34,8 @@ public:
     {
         terrain();
         localTiles();
-        for (const CatalogueKind* kind :
-             {&armasKind(), &armadurasKind(), &equipoKind(), &conjurosKind()}) {
-            file(inIni(kind->file), [&] {
-                Catalogue catalogue(*kind);
-                loadCatalogue(catalogue, report_, report_);
-            });
-        }
+        for (CatalogueDocument* const catalogue : data_.catalogues())
+            file(inIni(catalogue->kind().file), [&] { catalogue->load(report_, report_); });
         QStringList grammars = filesOf(u"gramaticas"_s, u"*.txt"_s);
         if (const QString needed = platform::inAppFolder(Procs::placeNames);
             !grammars.contains(needed))

@@ -12,11 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString withStep(const QString& verb, const QString& step)
-{
-    return step.isEmpty() ? verb : verb + u' ' + step;
-}
-
 const std::vector<platform::Menu>& menus()
 {
     static const std::vector<platform::Menu> all{
@@ -94,20 +89,20 @@ std::vector<platform::Command> FrmMapa::documentCommands()
          .shortcuts = {QKeySequence(u"Ctrl+Shift+S"_s)},
          .run = [this](bool) { saveAs(); }},
         {.key = u"catalogo"_s,
-         .text = u"Abrir &catálogo"_s,
+         .text = u"Abrir ca&tálogo"_s,
          .run = [](bool) { frmPrinc().show(); }},
         {.key = u"deshacer"_s,
          .text = u"&Deshacer"_s,
          .shortcuts = {QKeySequence(u"Ctrl+Z"_s)},
          .run = [this](bool) { documento.undo(); },
          .isPossible = [this] { return documento.canUndo(); },
-         .textNow = [this] { return withStep(u"&Deshacer"_s, documento.undoText()); }},
+         .textNow = [this] { return platform::stepText(u"&Deshacer"_s, documento.undoText()); }},
         {.key = u"rehacer"_s,
          .text = u"&Rehacer"_s,
          .shortcuts = {QKeySequence(u"Ctrl+Y"_s), QKeySequence(u"Ctrl+Shift+Z"_s)},
          .run = [this](bool) { documento.redo(); },
          .isPossible = [this] { return documento.canRedo(); },
-         .textNow = [this] { return withStep(u"&Rehacer"_s, documento.redoText()); }},
+         .textNow = [this] { return platform::stepText(u"&Rehacer"_s, documento.redoText()); }},
         {.key = u"generar"_s,
          .text = u"&Generar mundo"_s,
          .tip = u"Generar mapa"_s,

@@ -10,59 +10,71 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-void ListItem::setIcon(int icon)
+Error duplicateKey(const QString& key)
 {
-    icon_ = icon;
-    owner_->itemChanged(*this);
+    return Error(ErrorNumber::DuplicateKey, u"«%1» está repetido"_s.arg(key));
 }
 
-void ListItem::setText(const QString& text)
+void ListItem::changed()
 {
-    text_ = text;
     searchText_ = QString();
     owner_->itemChanged(*this);
 }
 
-void ListItem::setKey(const QString& key)
+void ListItem::setIcon(int icon)
 {
-    if (key == key_)
-        return;
-    if (owner_->byKey_.contains(key))
-        throw Error(ErrorNumber::DuplicateKey, u"«%1» está repetido"_s.arg(key));
-    owner_->byKey_.remove(key_);
-    owner_->byKey_.insert(key, this);
-    key_ = key;
+    contents_.icon = icon;
+    changed();
+}
+
+void ListItem::setText(const QString& text)
+{
+    contents_.text = text;
+    changed();
+}
+
+void ListItem::exchange(Contents& contents)
+{
+    if (contents.key != key()) {
+        if (owner_->byKey_.contains(contents.key))
+            throw duplicateKey(contents.key);
+        owner_->byKey_.remove(key());
+        owner_->byKey_.insert(contents.key, this);
+    }
+    std::swap(contents_, contents);
+    changed();
 }
 
 const ListItem::SubItem* ListItem::findSubItem(const QString& key) const
 {
-    const auto found = std::find_if(subItems_.begin(), subItems_.end(),
+    const std::vector<SubItem>& all = contents_.subItems;
+    const auto found = std::find_if(all.begin(), all.end(),
                                     [&](const SubItem& subItem) { return subItem.key == key; });
-    return found == subItems_.end() ? nullptr : &*found;
+    return found == all.end() ? nullptr : &*found;
 }
 
 const QString& ListItem::subItem(const QString& key) const
 {
     if (const SubItem* const found = findSubItem(key))
         return found->text;
-    throw Error(ErrorNumber::NoSuchKey, u"«%1» no tiene el dato «%2»."_s.arg(text_, key));
+    throw Error(ErrorNumber::NoSuchKey, u"«%1» no tiene el dato «%2»."_s.arg(text(), key));
 }
 
 void ListItem::setSubItem(const QString& key, const QString& text)
 {
+    std::vector<SubItem>& all = contents_.subItems;
     if (const SubItem* const found = findSubItem(key))
-        subItems_[static_cast<std::size_t>(found - subItems_.data())].text = text;
+        all[static_cast<std::size_t>(found - all.data())].text = text;
     else
-        subItems_.push_back({key, text});
-    searchText_ = QString();
-    owner_->itemChanged(*this);
+        all.push_back({key, text});
+    changed();
 }
 
 const QString& ListItem::searchText() const
 {
     if (searchText_.isNull()) {
-        QString all = text_ + u'\n';
-        for (const SubItem& subItem : subItems_)
+        QString all = text() + u'\n';
+        for (const SubItem& subItem : contents_.subItems)
             all += subItem.text + u'\n';
         searchText_ = foldText(all);
     }
@@ -78,32 +90,62 @@ void ListItems::setColumns(const std::vector<ListColumn>& columns)
 
 ListItem& ListItems::add(const QString& key, const QString& text)
 {
-    if (byKey_.contains(key))
-        throw Error(ErrorNumber::DuplicateKey, u"«%1» está repetido"_s.arg(key));
-    const int row = count();
-    beginInsertRows({}, row, row);
-    items_.push_back(std::unique_ptr<ListItem>(new ListItem(*this, row, key, text)));
-    byKey_.insert(key, items_.back().get());
-    endInsertRows();
-    return *items_.back();
+    return insert(count(), make({key, text, 0, {}}));
 }
 
-ListItem* ListItems::findText(const QString& text)
+std::unique_ptr<ListItem> ListItems::make(ListItem::Contents contents)
 {
-    const auto found = std::find_if(items_.begin(), items_.end(), [&](const auto& item) {
-        return item->text_.compare(text, Qt::CaseInsensitive) == 0;
-    });
-    return found == items_.end() ? nullptr : found->get();
+    return std::unique_ptr<ListItem>(new ListItem(*this, std::move(contents)));
 }
 
-void ListItems::remove(const ListItem& item)
+ListItem& ListItems::insert(int position, std::unique_ptr<ListItem> item)
+{
+    if (byKey_.contains(item->key()))
+        throw duplicateKey(item->key());
+    beginInsertRows({}, position, position);
+    ListItem& inserted = *item;
+    byKey_.insert(inserted.key(), &inserted);
+    items_.insert(items_.begin() + position, std::move(item));
+    renumber(position);
+    endInsertRows();
+    return inserted;
+}
+
+std::unique_ptr<ListItem> ListItems::take(const ListItem& item)
 {
     const int row = item.row_;
     beginRemoveRows({}, row, row);
-    byKey_.remove(item.key_);
+    byKey_.remove(item.key());
+    std::unique_ptr<ListItem> taken = std::move(items_.at(static_cast<std::size_t>(row)));
     items_.erase(items_.begin() + row);
-    renumber();
+    taken->row_ = -1;
+    renumber(row);
     endRemoveRows();
+    return taken;
+}
+
+void ListItems::move(const ListItem& item, int position)
+{
+    const int row = item.row_;
+    if (row == position)
+        return;
+    beginMoveRows({}, row, row, {}, position > row ? position + 1 : position);
+    const auto from = items_.begin() + row;
+    const auto to = items_.begin() + position;
+    if (position > row)
+        std::rotate(from, from + 1, to + 1);
+    else
+        std::rotate(to, from, from + 1);
+    renumber(std::min(row, position));
+    endMoveRows();
+}
+
+const ListItem* ListItems::findText(const QString& text) const
+{
+    const auto found = std::find_if(items_.begin(), items_.end(), [&](const auto& item) {
+        return item->text().compare(text, Qt::CaseInsensitive) == 0;
+    });
+    return found == items_.end() ? nullptr : found->get();
 }
 
 void ListItems::clear()
@@ -111,12 +153,19 @@ void ListItems::clear()
     beginResetModel();
     byKey_.clear();
     items_.clear();
+    sortColumn_ = -1;
     endResetModel();
 }
 
 void ListItems::sortByColumn(int column)
 {
     sortColumn_ = column;
+    ++sortings_;
+    sort();
+}
+
+void ListItems::sort()
+{
     QCollator collator(QLocale(QLocale::Spanish, QLocale::Spain));
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     struct Entry {
@@ -133,7 +182,7 @@ void ListItems::sortByColumn(int column)
         pinned.push_back(&at(index.row()));
 
     for (std::unique_ptr<ListItem>& item : items_) {
-        const QCollatorSortKey key = collator.sortKey(shownText(*item, column));
+        const QCollatorSortKey key = collator.sortKey(shownText(*item, sortColumn_));
         entries.push_back({key, std::move(item)});
     }
     std::stable_sort(entries.begin(), entries.end(),
@@ -151,7 +200,7 @@ void ListItems::sortByColumn(int column)
 void ListItems::sortAgain()
 {
     if (sortColumn_ >= 0)
-        sortByColumn(sortColumn_);
+        sort();
 }
 
 void ListItems::swapItems(ListItems& other)
@@ -220,7 +269,7 @@ QVariant ListItems::headerData(int section, Qt::Orientation orientation, int rol
 QString ListItems::shownText(const ListItem& item, int column) const
 {
     if (column == 0)
-        return item.text_;
+        return item.text();
     const ListItem::SubItem* const subItem =
         item.findSubItem(columns_.at(static_cast<std::size_t>(column)).key);
     return subItem ? subItem->text : QString();
@@ -231,11 +280,11 @@ void ListItems::itemChanged(const ListItem& item)
     emit dataChanged(index(item.row_, 0), index(item.row_, columnCount() - 1));
 }
 
-void ListItems::renumber()
+/// Tells the items from a position on where they are.
+void ListItems::renumber(int first)
 {
-    int row = 0;
-    for (const std::unique_ptr<ListItem>& item : items_)
-        item->row_ = row++;
+    for (int row = first; row < count(); ++row)
+        at(row).row_ = row;
 }
 
 } // namespace platform

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/core/error.h"
+
 #include <QAbstractTableModel>
 #include <QHash>
 #include <QString>
@@ -23,14 +25,31 @@ struct ListColumn {
 class ListItem
 {
 public:
-    const QString& key() const { return key_; }
-    const QString& text() const { return text_; }
+    struct SubItem {
+        QString key;
+        QString text;
+        bool operator==(const SubItem&) const = default;
+    };
+    /// All that an item holds.
+    struct Contents {
+        QString key;
+        QString text;
+        int icon = 0;
+        std::vector<SubItem> subItems;
+        bool operator==(const Contents&) const = default;
+    };
+
+    const QString& key() const { return contents_.key; }
+    const QString& text() const { return contents_.text; }
     /// Position (from 1) of the item's picture in the list's ImageList, 0 for none.
-    int icon() const { return icon_; }
+    int icon() const { return contents_.icon; }
     void setIcon(int icon);
     void setText(const QString& text);
-    /// Throws Error (DuplicateKey) when another item has that key.
-    void setKey(const QString& key);
+
+    const Contents& contents() const { return contents_; }
+    /// Exchanges all that the item holds. Throws Error (DuplicateKey), with nothing exchanged, when
+    /// another item has the key.
+    void exchange(Contents& contents);
 
     bool hasSubItem(const QString& key) const { return findSubItem(key) != nullptr; }
     /// Throws Error (NoSuchKey) when the item has no such sub-item.
@@ -42,26 +61,15 @@ public:
 
 private:
     friend class ListItems;
-    struct SubItem {
-        QString key;
-        QString text;
-    };
-
-    ListItem(ListItems& owner, int row, const QString& key, const QString& text)
-        : owner_(&owner),
-          row_(row),
-          key_(key),
-          text_(text)
+    ListItem(ListItems& owner, Contents contents) : owner_(&owner), contents_(std::move(contents))
     {
     }
     const SubItem* findSubItem(const QString& key) const;
+    void changed();
 
     ListItems* owner_;
-    int row_;
-    QString key_;
-    QString text_;
-    int icon_ = 0;
-    std::vector<SubItem> subItems_;
+    int row_ = -1; ///< while it isn't in the list
+    Contents contents_;
     mutable QString searchText_; ///< null until it is asked for
 };
 
@@ -81,6 +89,15 @@ public:
 
     /// Appends an item. Throws Error (DuplicateKey) when the key is taken.
     ListItem& add(const QString& key, const QString& text);
+    /// Makes an item that isn't in the list yet.
+    std::unique_ptr<ListItem> make(ListItem::Contents contents);
+    /// Puts one of the list's items that isn't in it at a position. Throws Error (DuplicateKey)
+    /// when the key is taken.
+    ListItem& insert(int position, std::unique_ptr<ListItem> item);
+    /// Takes the item out.
+    std::unique_ptr<ListItem> take(const ListItem& item);
+    /// Puts the item at another position.
+    void move(const ListItem& item, int position);
     ListItem& at(int position) { return *items_.at(static_cast<std::size_t>(position)); }
     const ListItem& at(int position) const
     {
@@ -92,16 +109,17 @@ public:
     ListItem* find(const QString& key) { return byKey_.value(key); }
     const ListItem* find(const QString& key) const { return byKey_.value(key); }
     /// The first item with that text, letter case ignored, or null.
-    ListItem* findText(const QString& text);
-    /// Takes the item out and destroys it.
-    void remove(const ListItem& item);
+    const ListItem* findText(const QString& text) const;
     void clear();
 
     /// Orders the items by the text shown in a column (from 0), ascending, with the rules of the
     /// Spanish alphabet and without regard to letter case; equal texts keep their order.
     void sortByColumn(int column);
-    /// Sorts by the column of the last sortByColumn, if there was one. For after items were added.
+    /// Sorts by the column of the last sortByColumn, if there was one since the list was emptied.
+    /// For after items were added.
     void sortAgain();
+    /// How often sortByColumn gave the list another order.
+    int sortings() const { return sortings_; }
 
     /// Exchanges the items, but not the columns, with another list.
     void swapItems(ListItems& other);
@@ -116,12 +134,17 @@ private:
     friend class ListItem;
     QString shownText(const ListItem& item, int column) const;
     void itemChanged(const ListItem& item);
-    void renumber();
+    void renumber(int first = 0);
+    void sort();
 
     std::vector<ListColumn> columns_;
     std::vector<std::unique_ptr<ListItem>> items_;
     QHash<QString, ListItem*> byKey_;
     int sortColumn_ = -1;
+    int sortings_ = 0;
 };
+
+/// What is thrown for a key that is taken.
+Error duplicateKey(const QString& key);
 
 } // namespace platform

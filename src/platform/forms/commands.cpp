@@ -12,6 +12,19 @@
 using namespace Qt::StringLiterals;
 
 namespace platform {
+namespace {
+
+constexpr qsizetype longestStep = 60; // a name of any length may be part of it
+
+} // namespace
+
+QString stepText(const QString& verb, const QString& step)
+{
+    if (step.isEmpty())
+        return verb;
+    QString shown = step.size() > longestStep ? step.left(longestStep) + u'…' : step;
+    return verb + u' ' + shown.replace(u'&', u"&&"_s);
+}
 
 CommandSet::CommandSet(QWidget& window, std::vector<Command> commands)
     : window_(&window),

@@ -31,6 +31,9 @@ struct Command {
     std::function<QString()> textNow{};
 };
 
+/// The text of a command that goes a step back or forth: what it does, and the step's name.
+QString stepText(const QString& verb, const QString& step);
+
 /// A menu of a menu bar: its title and its commands by their keys. An empty key is a line.
 struct Menu {
     QString title;

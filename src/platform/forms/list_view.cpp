@@ -276,8 +276,7 @@ void ListView::reset()
 {
     QTreeView::reset(); // shows all rows
     hiddenRows_ = 0;
-    if (isFiltered())
-        filterRows(0, items_->count() - 1);
+    filterRows(0, isFiltered() ? items_->count() - 1 : -1);
 }
 
 void ListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
