@@ -1,6 +1,7 @@
 #include "support.h"
 #include "worldmap/map_document.h"
 #include "worldmap/map_file.h"
+#include "worldmap/map_resize.h"
 
 #include <QSignalSpy>
 #include <random>
@@ -176,4 +177,59 @@ TEST(MapDocument, TheOldestStepsGoWhenTheHistoryIsFull)
         --steps;
     EXPECT_EQ(steps, 0);
     EXPECT_EQ(document.map().mapaTiles(0, 0), u"B2"_s);
+}
+
+TEST(MapResize, AddsAndCutsAtEverySideAndMovesPlacesAlong)
+{
+    // 4 columns, 3 rows; every cell's tile tells where it was.
+    WorldMap map = seaOf(3, 4);
+    for (int y = 0; y < 3; ++y) {
+        for (int x = 0; x < 4; ++x)
+            map.mapaTiles(y, x) = u"%1,%2"_s.arg(x).arg(y);
+    }
+    map.mapaPines = {{{0, 0}, {u"Aldea"_s, u"Rincón"_s, {}}}, {{3, 2}, {u"Mina"_s, u"Fin"_s, {}}}};
+    map.latNorte = 45;
+    struct Case {
+        QMargins added; // left, top, right, bottom
+        QSize size;     // empty: refused
+        QStringList lost{};
+    };
+    for (const Case& c : std::vector<Case>{
+             {{0, 0, 0, 0}, {4, 3}},
+             {{2, 1, 3, 4}, {9, 8}},
+             {{-2, 0, 0, 0}, {2, 3}, {u"Rincón"_s}},
+             {{0, -1, -1, 0}, {3, 2}, {u"Rincón"_s, u"Fin"_s}},
+             {{0, 0, -3, -2}, {1, 1}, {u"Fin"_s}},
+             {{-4, 0, 6, 0}, {6, 3}, {u"Rincón"_s, u"Fin"_s}}, // nothing of it is left
+             {{4, 5, -4, -3}, {4, 5}, {u"Rincón"_s, u"Fin"_s}},
+             {{0, 0, -4, 0}, {}},
+             {{0, -2, 0, -2}, {}},
+             {{1, 0, 0, 0}, {}},
+             {{-1, 0, 0, 0}, {}},
+             {{32764, 0, 0, 0}, {}},
+             {{2000, 2000, 2000, 2000}, {}},
+             {{32766, 32767, 32767, 32767}, {}}}) {
+        SCOPED_TRACE(testing::Message() << c.added.left() << ' ' << c.added.top() << ' '
+                                        << c.added.right() << ' ' << c.added.bottom());
+        EXPECT_EQ(resizeProblem(map, c.added).has_value(), c.size.isEmpty());
+        if (c.size.isEmpty()) {
+            expectError([&] { resized(map, c.added, u"T1"_s); }, platform::ErrorNumber::TooLarge,
+                        {u"tamaño"_s});
+            continue;
+        }
+        const WorldMap fresh = resized(map, c.added, u"T1"_s);
+        EXPECT_EQ(QSize(fresh.ancho(), fresh.alto()), c.size);
+        EXPECT_EQ(static_cast<const MapProperties&>(fresh), map);
+        EXPECT_EQ(lostPlaces(map, c.added), c.lost);
+        EXPECT_EQ(fresh.mapaPines.size() + static_cast<std::size_t>(c.lost.size()), 2u);
+        for (int y = 0; y < fresh.alto(); ++y) {
+            for (int x = 0; x < fresh.ancho(); ++x) {
+                const QPoint was(x - c.added.left(), y - c.added.top());
+                EXPECT_EQ(fresh.mapaTiles(y, x), map.contains(was) ? map.tileAt(was) : u"T1"_s);
+                const Place* const place = fresh.placeAt({x, y});
+                EXPECT_EQ(place ? place->name : QString(),
+                          map.placeAt(was) ? map.placeAt(was)->name : QString());
+            }
+        }
+    }
 }

@@ -17,6 +17,7 @@
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
+#include "worldmap/frmRedimensionar.h"
 #include "worldmap/frmTiles.h"
 #include "worldmap/frmTilesLocales.h"
 
@@ -146,8 +147,10 @@ TEST_F(StartTest, EveryWindowHoldsTheHouseRules)
     for (const Known& known :
          {Known{frmAbout(), u"frmAbout"_s, u"Acerca de Kestrune"_s},
           Known{frmManual(), u"frmManual"_s, u"Manual de Kestrune"_s},
-          Known{frmPrinc(), u"frmPrinc"_s, u"Kestrune"_s}, Known{frmArmas(), u"frmArmas"_s, {}},
-          Known{frmArmaduras(), u"frmArmaduras"_s, {}}, Known{frmEquipo(), u"frmEquipo"_s, {}},
+          Known{frmPrinc(), u"frmPrinc"_s, u"Kestrune"_s},
+          Known{frmArmas(), u"frmArmas"_s, {}},
+          Known{frmArmaduras(), u"frmArmaduras"_s, {}},
+          Known{frmEquipo(), u"frmEquipo"_s, {}},
           Known{frmConjuros(), u"frmConjuros"_s, {}},
           Known{frmListaImagenes(), u"frmListaImagenes"_s, u"Lista de imagenes"_s},
           Known{frmClima(), u"frmClima"_s, u"Form1"_s},
@@ -158,6 +161,7 @@ TEST_F(StartTest, EveryWindowHoldsTheHouseRules)
           Known{frmInfoPin(), u"frmInfoPin"_s, u"Lugar"_s},
           Known{frmMinimap(), u"frmMinimap"_s, u"Mini mapa"_s},
           Known{frmMapProperties(), u"frmMapProperties"_s, u"Propiedades"_s},
+          Known{frmRedimensionar(), u"frmRedimensionar"_s, u"Cambiar tamaño"_s},
           Known{frmTiles(), u"frmTiles"_s, u"Tiles"_s},
           Known{frmPines(), u"frmPines"_s, u"Pines"_s},
           Known{frmTilesLocales(), u"frmTilesLocales"_s, u"Tiles"_s}}) {

@@ -106,6 +106,8 @@ private:
     void askToSave();
     void newFromProperties();
     void editProperties();
+    void changeSize();
+    void scrollTo(QPoint first);
     void saveAs();
     std::vector<platform::Command> commands();
     std::vector<platform::Command> documentCommands();

@@ -8,8 +8,10 @@
 #include "worldmap/frmMapProperties.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmPines.h"
+#include "worldmap/frmRedimensionar.h"
 #include "worldmap/frmTiles.h"
 #include "worldmap/map_file.h"
+#include "worldmap/map_resize.h"
 
 #include <QInputDialog>
 #include <QLineEdit>
@@ -106,6 +108,24 @@ void FrmMapa::editProperties()
     dialog.showModal();
     if (!dialog.cancelado)
         documento.setProperties(dialog.properties());
+}
+
+/// "redimensionar": a map of another size. The view shows the cells that it showed, as far as they
+/// are still there.
+void FrmMapa::changeSize()
+{
+    const auto answer = frmRedimensionar().ask(mapa(), frmTiles().chosen());
+    if (!answer)
+        return;
+    const platform::WaitCursor wait;
+    MapChange change;
+    change.whole = resized(mapa(), answer->added, answer->tile);
+    if (*change.whole == mapa())
+        return;
+    prepared_ = prepare(*change.whole);
+    const QPoint first(currX + answer->added.left(), currY + answer->added.top());
+    documento.change(std::move(change), u"cambiar el tamaño"_s);
+    scrollTo(first);
 }
 
 void FrmMapa::openMapa()

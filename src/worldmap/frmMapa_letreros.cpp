@@ -163,6 +163,18 @@ void FrmMapa::centreOn(QPoint cell)
     currX += currX % 2;
 }
 
+/// Makes a cell of an even column the view's first, or as near to it as leaves no empty ground.
+void FrmMapa::scrollTo(QPoint first)
+{
+    const int columns = ui().imgMapa->width() / hex::columnPitch;
+    const int rows = ui().imgMapa->height() / hex::cellHeight;
+    const int lastX = std::max(0, mapa().ancho() - columns);
+    currX = std::clamp(first.x(), 0, lastX + lastX % 2);
+    currY = std::clamp(first.y(), 0, std::max(0, mapa().alto() - rows));
+    drawMinimap();
+    scrollMapa();
+}
+
 /// Shows a place's name on the small banner beside its cell.
 void FrmMapa::showLocation(const QString& name, QPoint cell)
 {

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QSet>
 #include <algorithm>
+#include <limits>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -74,18 +75,9 @@ std::pair<int, int> parsePair(const TextFile& file, std::size_t line, const QStr
 
 void checkSize(const TextFile& file, int alto, int ancho)
 {
-    if (ancho < 1 || alto < 1)
-        throw file.errorAt(
-            SizeLine, u"un mapa de %1 filas y %2 columnas no es posible"_s.arg(alto).arg(ancho));
-    const QSize pixels = hex::mapSize(ancho, alto);
-    constexpr qint64 bytesPerPixel = 4;
-    if (bytesPerPixel * pixels.width() * pixels.height() > maxBufferBytes)
-        throw file.errorAt(SizeLine,
-                           u"el mapa es demasiado grande (%1 filas y %2 columnas): "
-                           "su dibujo pasaría de %3 MB"_s.arg(alto)
-                               .arg(ancho)
-                               .arg(maxBufferBytes / (1024 * 1024)),
-                           ErrorNumber::TooLarge);
+    if (const std::optional<QString> problem = mapSizeProblem(alto, ancho))
+        throw file.errorAt(SizeLine, *problem,
+                           alto < 1 || ancho < 1 ? ErrorNumber::BadFormat : ErrorNumber::TooLarge);
 }
 
 void parseTiles(const TextFile& file, WorldMap& map, const IsDefined& isTile,
@@ -287,6 +279,21 @@ QString asMapName(const QString& name)
     if (clean.isEmpty())
         return u"Mapa"_s;
     return mapNameProblem(clean) ? u"Mapa "_s + clean : clean;
+}
+
+std::optional<QString> mapSizeProblem(int alto, int ancho)
+{
+    constexpr int longestSide = std::numeric_limits<qint16>::max();
+    if (ancho < 1 || alto < 1 || ancho > longestSide || alto > longestSide)
+        return u"un mapa de %1 filas y %2 columnas no es posible"_s.arg(alto).arg(ancho);
+    const QSize pixels = hex::mapSize(ancho, alto);
+    constexpr qint64 bytesPerPixel = 4;
+    if (bytesPerPixel * pixels.width() * pixels.height() > maxBufferBytes)
+        return u"el mapa es demasiado grande (%1 filas y %2 columnas): su dibujo pasaría de %3 MB"_s
+            .arg(alto)
+            .arg(ancho)
+            .arg(maxBufferBytes / (1024 * 1024));
+    return {};
 }
 
 std::optional<QString> mapNameProblem(const QString& name)

@@ -45,6 +45,9 @@ QString mapText(const WorldMap& map);
 /// The path of the file of a map of that name.
 QString mapFilePath(const QString& mapName);
 
+/// Why a map can't have that size, as a Spanish sentence; nothing if it can.
+std::optional<QString> mapSizeProblem(int alto, int ancho);
+
 /// Why a map can't have that name, as a Spanish sentence; nothing if it can.
 std::optional<QString> mapNameProblem(const QString& name);
 
