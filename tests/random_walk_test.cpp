@@ -280,8 +280,11 @@ private:
                                    QStringList(dialog));
         }
         const QString tile = chosen(u"frmTiles"_s, u"lvTiles"_s);
-        if (log_.back() == u"frmMapProperties cmdAceptar click"_s &&
-            (button == u"propiedades"_s || !tile.isEmpty())) {
+        const QString& last = log_.back();
+        const bool isAccepted = last == u"frmMapProperties cmdAceptar click"_s ||
+                                (last.startsWith(dialog + u' ') && last.endsWith(u" Return"_s) &&
+                                 !last.contains(u"cmdCancelar"_s)); // Enter presses "Aceptar"
+        if (isAccepted && (button == u"propiedades"_s || !tile.isEmpty())) {
             expected_.name = in<QLineEdit>(dialog, u"txtNombre"_s)->text();
             expected_.notes = platform::textOf(*in<QPlainTextEdit>(dialog, u"txtNotas"_s));
             expected_.north = number(u"cmbLatitudNorte"_s).toInt();
