@@ -1,4 +1,5 @@
 #include "support.h"
+#include "worldmap/map_block.h"
 #include "worldmap/map_document.h"
 #include "worldmap/map_file.h"
 #include "worldmap/map_resize.h"
@@ -25,7 +26,9 @@ void editAtRandom(MapDocument& document, std::mt19937& engine)
     const auto below = [&](int limit) { return static_cast<int>(engine() % unsigned(limit)); };
     const QPoint cell(below(map.ancho()), below(map.alto()));
     const QStringList tiles{u"M1"_s, u"T1"_s, u"B1"_s};
-    switch (below(6)) {
+    const QPoint other(below(map.ancho()), below(map.alto()));
+    const QString pin = u"Torre"_s;
+    switch (below(12)) {
     case 0:
     case 1: {
         const QString& tile = tiles[below(3)];
@@ -43,22 +46,36 @@ void editAtRandom(MapDocument& document, std::mt19937& engine)
                                  QString::number(below(3))});
         break;
     }
-    case 3: {
-        MapChange change;
-        if (map.placeAt(cell))
-            change.removePlace(cell);
-        change.setTile(cell, u"T2"_s);
-        document.change(std::move(change), u"cambiar"_s);
+    case 3:
+        document.removePlace(cell);
         break;
-    }
+    case 5:
+        document.fill(cell, tiles[below(3)]);
+        break;
+    case 6:
+        document.movePlace(cell, other);
+        break;
+    case 7:
+        document.setPin(cell, pin);
+        break;
+    case 8:
+        document.clear({QPoint(std::min(cell.x(), other.x()), std::min(cell.y(), other.y())),
+                        QPoint(std::max(cell.x(), other.x()), std::max(cell.y(), other.y()))},
+                       u"T2"_s);
+        break;
+    case 9:
+    case 10:
+        document.paste(cutOut(map, {cell, QSize(1 + below(3), 1 + below(3))}),
+                       {other.x() & ~1, other.y()});
+        break;
     case 4:
         document.setProperties({u"N%1"_s.arg(below(3)), 45, -45, {}});
         break;
     default: {
-        WorldMap other = map;
-        other.mapaPines.clear();
-        other.mapaTiles = platform::Grid<QString>(1 + below(9), 1 + below(9), u"T3"_s);
-        document.generate(std::move(other));
+        WorldMap world = map;
+        world.mapaPines.clear();
+        world.mapaTiles = platform::Grid<QString>(1 + below(9), 1 + below(9), u"T3"_s);
+        document.generate(std::move(world));
     }
     }
 }

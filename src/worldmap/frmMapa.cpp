@@ -57,6 +57,8 @@ void FrmMapa::Form_Load()
 void FrmMapa::connectPointer()
 {
     platform::PictureBox* const view = ui().imgMapa;
+    view->setFocusPolicy(Qt::StrongFocus); // so that keys are the tools', not those of a text box
+    view->setFocus();
     view->drawOver = [this](QPainter& painter) { drawOverlays(painter); };
     using platform::PictureBox;
     QObject::connect(view, &PictureBox::mouseMoved, &window(),

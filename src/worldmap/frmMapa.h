@@ -166,7 +166,7 @@ private:
     void showTools();
     QString clickText();
     QString cellText() const;
-    Qt::CursorShape toolCursor();
+    const ToolPointer& toolPointer() const;
 
     // Places.
     std::optional<QPoint> placeInHand();

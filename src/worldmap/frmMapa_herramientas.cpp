@@ -18,11 +18,31 @@ namespace {
 constexpr QColor roadStartColor(46, 125, 50);
 constexpr QColor roadEndColor(198, 40, 40);
 
+constexpr ToolPointer arrow{Qt::ArrowCursor};
+constexpr ToolPointer movePointer{Qt::DragMoveCursor};
+constexpr ToolPointer openHand{Qt::OpenHandCursor};
+constexpr ToolPointer closedHand{Qt::ClosedHandCursor};
+constexpr ToolPointer brush{Qt::BitmapCursor, "pincel", {1, 22}};
+constexpr ToolPointer bucket{Qt::BitmapCursor, "relleno", {5, 22}};
+constexpr ToolPointer dropper{Qt::BitmapCursor, "cuentagotas", {1, 22}};
+constexpr ToolPointer crossHair{Qt::BitmapCursor, "seleccion", {8, 8}};
+constexpr ToolPointer pin{Qt::BitmapCursor, "lugar", {11, 22}};
+constexpr ToolPointer signpost{Qt::BitmapCursor, "camino", {11, 22}};
+
+QCursor cursorOf(const ToolPointer& pointer, double screenScale)
+{
+    if (!pointer.picture)
+        return pointer.shape;
+    const QImage picture(u":/pictures/puntero_%1.gif"_s.arg(QLatin1String(pointer.picture)));
+    return platform::pixelCursor(picture, pointer.hotSpot, screenScale);
+}
+
 /// A definition as people know it: what its notes say, and its name.
 QString spoken(const Palette& palette, const QString& name)
 {
     const platform::ListItem* const item = palette.items.find(name);
-    return item && !item->text().isEmpty() ? u"%1 (%2)"_s.arg(item->text(), name) : name;
+    const bool saysMore = item && !item->text().isEmpty() && item->text() != name;
+    return saysMore ? u"%1 (%2)"_s.arg(item->text(), name) : name;
 }
 
 } // namespace
@@ -142,7 +162,10 @@ void FrmMapa::showTools()
     const QString cell = cellText();
     ui().lblEstado->setText(click.isEmpty() || cell.isEmpty() ? click + cell
                                                               : click + u"  ·  "_s + cell);
-    ui().imgMapa->setCursor(toolCursor());
+    if (const ToolPointer& pointer = toolPointer(); tools_.pointer != &pointer) {
+        tools_.pointer = &pointer;
+        ui().imgMapa->setCursor(cursorOf(pointer, ui().imgMapa->devicePixelRatioF()));
+    }
     std::vector<Overlay> now = overlays();
     if (now == overlays_)
         return;
@@ -198,20 +221,21 @@ QString FrmMapa::cellText() const
     return text;
 }
 
-Qt::CursorShape FrmMapa::toolCursor()
+const ToolPointer& FrmMapa::toolPointer() const
 {
     if (tools_.moving)
-        return Qt::DragMoveCursor;
+        return movePointer;
     if (tools_.gesture == MapTools::Gesture::Place && mapa().placeAt(tools_.pressed))
-        return Qt::ClosedHandCursor;
+        return closedHand;
     if (tools_.isPicking)
-        return Qt::WhatsThisCursor;
+        return dropper;
     if (tools_.isSelecting)
-        return Qt::CrossCursor;
+        return crossHair;
     if (accion == PaintTiles)
-        return tools_.isFilling ? Qt::SplitHCursor : Qt::CrossCursor;
-    if (accion == SetPlaces)
-        return mouseOnMap() && mapa().placeAt(mapCell()) ? Qt::OpenHandCursor
-                                                         : Qt::PointingHandCursor;
-    return accion == DrawRoads ? Qt::UpArrowCursor : Qt::ArrowCursor;
+        return tools_.isFilling ? bucket : brush;
+    if (accion == DrawRoads)
+        return signpost;
+    if (accion != SetPlaces)
+        return arrow;
+    return mouseOnMap() && mapa().placeAt(mapCell()) ? openHand : pin;
 }

@@ -103,19 +103,23 @@ void FrmMapa::loadLugares()
     showLugares(places);
 }
 
-/// Shows a list of places in place of the one shown; the place selected stays selected, by its
-/// cell.
+/// Shows a list of places in place of the one shown. The place selected stays selected: the one of
+/// its cell or, if it was moved, of its name.
 void FrmMapa::showLugares(platform::ListItems& places)
 {
-    std::optional<QPoint> selected;
-    if (const platform::ListItem* const place = ui().lvLugares->selectedItem())
-        selected = cellOf(*place);
+    platform::ListView& list = *ui().lvLugares;
+    const platform::ListItem* const selected = list.selectedItem();
+    const QString name = selected ? selected->key() : QString();
+    const QPoint cell = selected ? cellOf(*selected) : QPoint(-1, -1);
     lugares.swapItems(places);
-    ui().lvLugares->header()->setSortIndicatorShown(false); // they stand in their own order again
-    for (int row = 0; selected && row < lugares.count(); ++row) {
-        if (cellOf(lugares.at(row)) == *selected)
-            ui().lvLugares->setCurrentIndex(lugares.index(row, 0));
+    list.header()->setSortIndicatorShown(false); // they stand in their own order again
+    const platform::ListItem* again = lugares.find(name);
+    for (int row = 0; row < lugares.count(); ++row) {
+        if (cellOf(lugares.at(row)) == cell)
+            again = &lugares.at(row);
     }
+    if (again)
+        list.setCurrentIndex(lugares.index(lugares.positionOf(*again), 0));
 }
 
 /// The cell of a place of the list.

@@ -54,15 +54,19 @@ void FrmMapa::editPlace(QPoint cell, QPoint dialogPosition)
         documento.setPlace(cell, place);
 }
 
-/// The place that commands are for: in place mode the one under the pointer, else the one selected
-/// in the list. Where there is none, the status line asks for one.
+/// The place that commands are for: the one selected in the list, if that has the focus; in place
+/// mode the one under the pointer; else the one selected, unless cells are. Where there is none,
+/// the status line asks for one.
 std::optional<QPoint> FrmMapa::placeInHand()
 {
     tools_.outcome.clear();
-    if (accion == SetPlaces && tools_.pointerInView && mouseOnMap() && mapa().placeAt(mapCell()))
-        return mapCell();
+    const platform::ListView& list = *ui().lvLugares;
     const platform::ListItem* const selected = ui().lvLugares->selectedItem();
-    if (selected && (!tools_.selection || ui().lvLugares->hasFocus()))
+    const bool isPointedAt = accion == SetPlaces && tools_.pointerInView && mouseOnMap() &&
+                             mapa().placeAt(mapCell());
+    if (isPointedAt && !(selected && list.hasFocus()))
+        return mapCell();
+    if (selected && (!tools_.selection || list.hasFocus()))
         return cellOf(*selected);
     tools_.outcome = u"Elija antes un lugar en la lista"_s;
     showTools();

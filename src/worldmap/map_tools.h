@@ -5,6 +5,13 @@
 #include <QString>
 #include <optional>
 
+/// The pointer over the map while a tool is in hand: one of the toolkit's own, or a picture.
+struct ToolPointer {
+    Qt::CursorShape shape;
+    const char* picture = nullptr;
+    QPoint hotSpot{}; ///< in pixels of the picture
+};
+
 /// The map window's tools, beside its editing mode: what is set for them, and what the pointer is
 /// in the middle of. Cells are map coordinates.
 struct MapTools {
@@ -26,4 +33,5 @@ struct MapTools {
     QPoint pressed;                  ///< the cell in which the gesture began
     std::optional<QPoint> strokeEnd; ///< where the stroke has come to, in pixels of the view
     bool pointerInView = false;
+    const ToolPointer* pointer = nullptr; ///< as it is on the screen
 };

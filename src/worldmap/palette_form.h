@@ -50,7 +50,7 @@ public:
     /// The same. Throws Error (NoSuchKey) when there is none.
     QString selectedName()
     {
-        const QString name = chosen();
+        QString name = chosen();
         if (name.isEmpty())
             throw platform::Error(
                 platform::ErrorNumber::NoSuchKey,
@@ -74,6 +74,7 @@ protected:
     {
         this->window().setWindowFlags(Qt::Tool);
         list().setItems(palette.items, palette.images);
+        list().setFocus(); // not the filter's box: keys are the tools' first
         platform::FilterBox& box = *this->ui().txtFiltro;
         box.filter(list());
         auto* const search = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), &this->window());

@@ -4,6 +4,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
 
 namespace platform {
 namespace {
@@ -31,6 +32,14 @@ QIcon pixelIcon(std::initializer_list<QImage> pictures)
             add(largest.scaled(largest.size() * factor));
     }
     return icon;
+}
+
+QCursor pixelCursor(const QImage& picture, QPoint hotSpot, double screenScale)
+{
+    const int factor = std::max(1, static_cast<int>(screenScale));
+    QPixmap pixmap = QPixmap::fromImage(picture.scaled(picture.size() * factor));
+    pixmap.setDevicePixelRatio(factor);
+    return QCursor(pixmap, hotSpot.x(), hotSpot.y());
 }
 
 void ImageBox::setPicture(const QImage& picture)

@@ -2,6 +2,7 @@
 
 #include "platform/gdi/memory_dc.h"
 
+#include <QCursor>
 #include <QFrame>
 #include <QIcon>
 #include <QWidget>
@@ -15,6 +16,10 @@ namespace platform {
 /// An icon from pixel art, its pictures given from small to large: at higher scales the largest is
 /// shown in whole multiples of its pixels, so that it stays crisp.
 QIcon pixelIcon(std::initializer_list<QImage> pictures);
+
+/// A pointer from pixel art, its hot spot counted in the picture's pixels; as many of the screen's
+/// pixels to one of the picture's as the scale of the screen has whole ones.
+QCursor pixelCursor(const QImage& picture, QPoint hotSpot, double screenScale);
 
 /// Draws a picture in the middle of a place, in its proportions, by pictureInPlace.
 void drawPicture(QPainter& painter, const QRect& place, const QImage& picture);
