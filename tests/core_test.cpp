@@ -251,11 +251,11 @@ TEST(RandomInRange, GivesEveryValueOfTheRangeAndNoOther)
     for (int i = 0; i < draws; ++i) {
         const int n = Procs::RandomInRange(-2, 2);
         ASSERT_TRUE(n >= -2 && n <= 2);
-        ++counts[static_cast<std::size_t>(n + 2)];
+        ++counts.at(static_cast<std::size_t>(2 + n));
         ASSERT_EQ(Procs::RandomInRange(5, 5), 5);
     }
     for (const int count : counts)
-        EXPECT_NEAR(count, draws / 5, draws / 100); // over 10 standard deviations
+        EXPECT_NEAR(count, draws / 5.0, draws / 100.0); // over 10 standard deviations
     const int widest = Procs::RandomInRange(INT32_MIN, INT32_MAX);
     EXPECT_NE(widest, Procs::RandomInRange(INT32_MIN, INT32_MAX));
 }

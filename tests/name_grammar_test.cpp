@@ -101,7 +101,7 @@ TEST_F(NameGrammarTest, WeightsAndReferencesAreDrawnIndependently)
     const auto pairs = draws("[a]\r\n<b><b>\r\n[b]\r\n0\r\n1\r\n", count);
     ASSERT_EQ(pairs.size(), 4);
     for (const int times : pairs)
-        EXPECT_NEAR(times, count / 4, 400);
+        EXPECT_NEAR(times, count / 4.0, 400);
 }
 
 TEST_F(NameGrammarTest, IncludesOtherFiles)

@@ -34,9 +34,11 @@ public:
         /// About what it holds in memory.
         virtual qint64 bytes() const = 0;
 
+        /// Takes note that the step holds more than before, or less.
+        void count();
+
     private:
         friend class History;
-        void count();
 
         History* history_;
         qint64 counted_ = 0;
@@ -47,6 +49,11 @@ public:
     /// Does a step, and takes it into the history; those that were undone are gone.
     void push(std::unique_ptr<Step> step);
     void clear();
+
+    /// Whether the document is as it was at the last setClean; at first it is.
+    bool isClean() const { return stack_.isClean(); }
+    void setClean() { stack_.setClean(); }
+    void resetClean() { stack_.resetClean(); }
 
     bool canUndo() const { return stack_.index() > forgotten_; }
     bool canRedo() const { return stack_.canRedo(); }

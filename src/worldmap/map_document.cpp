@@ -21,24 +21,18 @@ const QString painting = u"pintar"_s; // what strokes are called
 } // namespace
 
 /// A change in the history. Steps of one stroke become one.
-class MapDocument::Step final : public QUndoCommand
+class MapDocument::Step final : public History::Step
 {
 public:
     Step(MapDocument& document, MapChange change, const QString& text, int stroke)
-        : QUndoCommand(text),
+        : History::Step(document.history_, text),
           document_(&document),
           change_(std::move(change)),
           stroke_(stroke)
     {
-        count();
     }
-    ~Step() override { document_->historyBytes_ -= bytes_; }
-    Step(const Step&) = delete;
-    Step& operator=(const Step&) = delete;
 
     int id() const override { return stroke_; }
-    void redo() override { exchange(); }
-    void undo() override { exchange(); }
 
     bool mergeWith(const QUndoCommand* other) override
     {
@@ -50,46 +44,32 @@ public:
         return true;
     }
 
-    /// Lets go what the step holds; it can't be undone any more.
-    void forget()
-    {
-        change_ = {};
-        setObsolete(true);
-        count();
-    }
-
-private:
-    void exchange()
+protected:
+    void exchange() override
     {
         change_.exchange(document_->map_);
         document_->announce(change_);
     }
+    void forget() override { change_ = {}; }
+    qint64 bytes() const override { return change_.bytes(); }
 
-    void count()
-    {
-        document_->historyBytes_ += change_.bytes() - bytes_;
-        bytes_ = change_.bytes();
-    }
-
+private:
     MapDocument* document_;
     MapChange change_;
     int stroke_; ///< noStroke for a step of its own
-    qint64 bytes_ = 0;
 };
 
 MapDocument::MapDocument()
 {
-    connect(&history_, &QUndoStack::indexChanged, this, &MapDocument::historyChanged);
+    connect(&history_, &History::changed, this, &MapDocument::historyChanged);
 }
 
 void MapDocument::beginAnew(WorldMap map, const platform::KnownFile& file)
 {
     history_.clear();
-    forgotten_ = 0;
     map_ = std::move(map);
     archivo_ = file;
     emit replaced();
-    emit historyChanged();
 }
 
 void MapDocument::newMapa(WorldMap map)
@@ -230,8 +210,7 @@ bool MapDocument::push(MapChange change, const QString& text, int stroke)
     change.leaveOutIdle(map_);
     if (change.isEmpty())
         return false;
-    history_.push(new Step(*this, std::move(change), text, stroke));
-    forgetOldest();
+    history_.push(std::make_unique<Step>(*this, std::move(change), text, stroke));
     return true;
 }
 
@@ -257,21 +236,6 @@ void MapDocument::announce(const MapChange& change)
         emit placesChanged(places);
     if (change.properties)
         emit propertiesChanged();
-}
-
-/// Steps can't be taken out of the history from its beginning; they are emptied instead.
-void MapDocument::forgetOldest()
-{
-    forgotten_ = std::min(forgotten_, history_.count());
-    while (historyBytes_ > maxHistoryBytes && forgotten_ < history_.count()) {
-        const QUndoCommand* const oldest = history_.command(forgotten_++);
-        const_cast<Step*>(static_cast<const Step*>(oldest))->forget();
-    }
-}
-
-bool MapDocument::canUndo() const
-{
-    return history_.index() > forgotten_;
 }
 
 void MapDocument::undo()

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/history.h"
 #include "platform/core/saving.h"
 #include "worldmap/map_change.h"
 #include "worldmap/world_map.h"
 
 #include <QObject>
-#include <QUndoStack>
 #include <span>
 #include <vector>
 
@@ -17,9 +17,6 @@ class MapDocument final : public QObject
     Q_OBJECT
 
 public:
-    /// The memory that the history may take, in bytes; beyond it the oldest steps go first.
-    static constexpr qint64 maxHistoryBytes = qint64{64} * 1024 * 1024;
-
     MapDocument();
 
     const WorldMap& map() const { return map_; }
@@ -61,10 +58,10 @@ public:
     /// Does any change, as a step of that name ("mover un lugar").
     void change(MapChange change, const QString& text);
 
-    bool canUndo() const;
+    bool canUndo() const { return history_.canUndo(); }
     bool canRedo() const { return history_.canRedo(); }
     /// What the next step back or forth is called.
-    QString undoText() const { return canUndo() ? history_.undoText() : QString(); }
+    QString undoText() const { return history_.undoText(); }
     QString redoText() const { return history_.redoText(); }
     void undo();
     void redo();
@@ -96,14 +93,11 @@ private:
     bool push(MapChange change, const QString& text, int stroke = noStroke);
     void announce(const MapChange& change);
     void beginAnew(WorldMap map, const platform::KnownFile& file);
-    void forgetOldest();
 
     WorldMap map_;
     platform::KnownFile archivo_;
     bool mapaCambiado_ = false;
     int strokes_ = 0;
     int stroke_ = noStroke; ///< the one that goes on
-    qint64 historyBytes_ = 0;
-    int forgotten_ = 0; ///< how many steps at the beginning of the history can't be undone any more
-    QUndoStack history_;
+    History history_;
 };
