@@ -168,6 +168,15 @@ TEST(MapDocument, KeepsTheRulesOfAChangedMap)
     EXPECT_FALSE(document.mapaCambiado()) << "as its file is";
     document.undo();
     EXPECT_TRUE(document.mapaCambiado());
+    document.beginStroke();
+    document.paint({{{2, 2}}}, u"T1"_s);
+    document.saveMapa();
+    document.paint({{{3, 2}}}, u"T1"_s);
+    EXPECT_TRUE(document.mapaCambiado());
+    document.undo();
+    EXPECT_FALSE(document.mapaCambiado()) << "a save in the middle of a stroke ends its step";
+    document.undo();
+    EXPECT_TRUE(document.mapaCambiado());
     document.openMapa(seaOf(2, 2), {});
     EXPECT_TRUE(document.mapaCambiado()) << "opening leaves it";
     EXPECT_FALSE(document.canUndo() || document.canRedo());

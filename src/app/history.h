@@ -62,6 +62,8 @@ public:
     QString redoText() const { return stack_.redoText(); }
     void undo();
     void redo() { stack_.redo(); }
+    /// About what the steps hold in memory.
+    qint64 bytes() const { return bytes_; }
 
 signals:
     /// What can be undone and redone changed.

@@ -135,8 +135,10 @@ void FrmMapa::imgMapa_Click()
 void FrmMapa::imgMapa_MouseUp(Qt::MouseButton button)
 {
     const bool isFree = tools_.gesture == Gesture::None;
-    if (button == Qt::LeftButton)
+    if (button == Qt::LeftButton) {
         tools_.gesture = Gesture::None;
+        documento.endStroke();
+    }
     if (accion == DrawRoads && mouseOnMap() && isFree && !tools_.isSelecting)
         markRoadEnd(button);
     else if (accion == SetPlaces && mouseOnMap() && button == Qt::RightButton)

@@ -1,8 +1,11 @@
 #include "worldmap/map_canvas.h"
 
 #include "platform/core/error.h"
+#include "platform/core/grid.h"
 #include "worldmap/hex_geometry.h"
 #include "worldmap/name_cache.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -92,39 +95,72 @@ void MapCanvas::redrawCells(const WorldMap& map, std::span<const QPoint> cells)
 {
     // Each cell takes the drawing of nine; of many cells all at once is less.
     constexpr std::size_t cellsDrawn = 9;
-    if (cells.size() * cellsDrawn <
-        static_cast<std::size_t>(map.ancho()) * static_cast<std::size_t>(map.alto())) {
+    const auto all = static_cast<std::size_t>(map.ancho()) * static_cast<std::size_t>(map.alto());
+    if (cells.size() * cellsDrawn < all) {
         for (const QPoint cell : cells)
             redrawCell(map, cell);
-        return;
+    } else if (cells.size() == all) {
+        hdcBuffer.fill(qRgb(0, 0, 0));
+        renderMapa(map);
+    } else {
+        redrawInBands(map, cells);
     }
-    MapCanvas whole(*pictures_);
-    whole.crearBuffer(map.ancho(), map.alto());
-    whole.renderMapa(map);
-    for (const QPoint cell : cells) {
-        const QPoint corner = hex::cellOrigin(cell.x(), cell.y());
-        hdcBuffer.BitBlt(corner.x(), corner.y(), hex::cellWidth, hex::cellHeight, whole.hdcBuffer,
-                         corner.x(), corner.y(), platform::RasterOp::SRCCOPY);
+}
+
+/// Draws some rows at a time beside the buffer, which may be large, and copies from there what the
+/// cells cover.
+void MapCanvas::redrawInBands(const WorldMap& map, std::span<const QPoint> cells)
+{
+    constexpr int bandRows = 64;
+    platform::Grid<char> isWanted(map.alto(), map.ancho(), 0);
+    for (const QPoint cell : cells)
+        isWanted(cell.y(), cell.x()) = 1;
+    for (int first = 0; first < map.alto(); first += bandRows) {
+        const int end = std::min(first + bandRows, map.alto());
+        const QPoint corner = hex::cellOrigin(0, first);
+        const QSize size = hex::mapSize(map.ancho(), end - first);
+        MemoryDC band(size.width(), size.height());
+        // The pictures of the rows above and below reach into the band.
+        drawRows(band, corner, map, std::max(0, first - 1), std::min(end + 1, map.alto()));
+        for (int x = 0; x < map.ancho(); ++x) {
+            for (int y = first, run = 0; y < end; y += std::max(run, 1)) {
+                for (run = 0; y + run < end && isWanted(y + run, x) != 0;)
+                    ++run;
+                const QPoint to = hex::cellOrigin(x, y);
+                hdcBuffer.BitBlt(to.x(), to.y(), hex::cellWidth, run * hex::cellHeight, band,
+                                 to.x() - corner.x(), to.y() - corner.y(),
+                                 platform::RasterOp::SRCCOPY);
+            }
+        }
     }
 }
 
 void MapCanvas::renderMapa(const WorldMap& map)
+{
+    drawRows(hdcBuffer, {}, map, 0, map.alto());
+}
+
+/// Draws the cells of some rows onto a surface whose top left corner is a point of the map's
+/// picture.
+void MapCanvas::drawRows(MemoryDC& dc, QPoint corner, const WorldMap& map, int firstRow,
+                         int endRow) const
 {
     NameCache<TilePictures> tiles;
     const auto lookUp = [this](const QString& tile) {
         return TilePictures{pictureOf(pictures_->colTiles, tile).get(),
                             pictureOf(pictures_->colMascarasTiles, tile).get()};
     };
-    auto place = map.mapaPines.begin(); // they come in the order of the cells
-    for (int y = 0; y < map.alto(); ++y) {
+    auto place = map.mapaPines.lower_bound({0, firstRow}); // they come in the order of the cells
+    for (int y = firstRow; y < endRow; ++y) {
         for (int x = 0; x < map.ancho(); ++x) {
+            const QPoint origin = hex::cellOrigin(x, y) - corner;
             if (const QString& tile = map.mapaTiles(y, x); !tile.isEmpty()) {
                 const TilePictures& found = tiles.find(tile, lookUp);
-                drawPicture(hdcBuffer, hex::cellOrigin(x, y), *found.picture, found.mask);
+                drawPicture(dc, origin, *found.picture, found.mask);
             }
             if (place != map.mapaPines.end() && place->first == QPoint(x, y)) {
-                selectPin(place->second.pin);
-                drawTile(hdcBuffer, x, y);
+                drawPicture(dc, origin, *pictureOf(pictures_->colPines, place->second.pin),
+                            pictureOf(pictures_->colMascarasPines, place->second.pin).get());
                 ++place;
             }
         }

@@ -32,8 +32,8 @@ public:
     /// at the surface's top left corner.
     void drawTile(platform::MemoryDC& dc, int x, int y) const;
 
-    /// Draws again what the pictures of some cells cover of the back buffer, with the same pixels
-    /// as drawing the whole map.
+    /// Draws again what the pictures of some cells, each given once, cover of the back buffer, with
+    /// the same pixels as drawing the whole map.
     void redrawCells(const WorldMap& map, std::span<const QPoint> cells);
 
     /// Draws every cell and every place of the map into the back buffer, row by row, a place's pin
@@ -42,7 +42,10 @@ public:
 
 private:
     void drawCell(platform::MemoryDC& dc, QPoint origin, const WorldMap& map, QPoint cell) const;
+    void drawRows(platform::MemoryDC& dc, QPoint corner, const WorldMap& map, int firstRow,
+                  int endRow) const;
     void redrawCell(const WorldMap& map, QPoint cell);
+    void redrawInBands(const WorldMap& map, std::span<const QPoint> cells);
 
     const MapPictures* pictures_;
 };

@@ -20,29 +20,24 @@ const QString painting = u"pintar"_s; // what strokes are called
 
 } // namespace
 
-/// A change in the history. Steps of one stroke become one.
+/// A change in the history.
 class MapDocument::Step final : public History::Step
 {
 public:
-    Step(MapDocument& document, MapChange change, const QString& text, int stroke)
+    Step(MapDocument& document, MapChange change, const QString& text)
         : History::Step(document.history_, text),
           document_(&document),
-          change_(std::move(change)),
-          stroke_(stroke)
+          change_(std::move(change))
     {
     }
 
-    int id() const override { return stroke_; }
-
-    bool mergeWith(const QUndoCommand* other) override
+    /// Adds a change that was done just now.
+    void append(MapChange later)
     {
-        // The history hands its newest step over as it destroys it.
-        auto* const later = const_cast<Step*>(static_cast<const Step*>(other));
-        change_.append(std::move(later->change_));
-        setText(cellsText(painting, change_.tiles.size()));
+        change_.append(std::move(later));
         count();
-        return true;
     }
+    std::size_t cells() const { return change_.tiles.size(); }
 
 protected:
     void exchange() override
@@ -56,7 +51,6 @@ protected:
 private:
     MapDocument* document_;
     MapChange change_;
-    int stroke_; ///< noStroke for a step of its own
 };
 
 MapDocument::MapDocument()
@@ -66,6 +60,8 @@ MapDocument::MapDocument()
 
 void MapDocument::beginAnew(WorldMap map, const platform::KnownFile& file)
 {
+    isInStroke_ = false;
+    strokeStep_ = nullptr;
     history_.clear();
     map_ = std::move(map);
     archivo_ = file;
@@ -95,23 +91,46 @@ void MapDocument::generate(WorldMap map)
 QStringList MapDocument::saveMapa()
 {
     QStringList told = saveMapFile(map_, archivo_);
+    closeStrokeStep(); // or it would go on changing what the file is known to hold
     history_.setClean();
     mapaCambiado_ = false;
     return told;
 }
 
+void MapDocument::beginStroke()
+{
+    endStroke();
+    isInStroke_ = true;
+}
+
+void MapDocument::endStroke()
+{
+    isInStroke_ = false;
+    closeStrokeStep();
+}
+
+/// The next change, of the same stroke or not, is a further step.
+void MapDocument::closeStrokeStep()
+{
+    if (Step* const step = std::exchange(strokeStep_, nullptr)) {
+        step->setText(cellsText(painting, step->cells()));
+        emit historyChanged();
+    }
+}
+
 void MapDocument::paint(std::span<const QPoint> cells, const QString& tile)
 {
-    paintCells(cells, tile, painting, stroke_);
+    paintCells(cells, tile, painting);
 }
 
 void MapDocument::fill(QPoint cell, const QString& tile)
 {
-    paintCells(connectedArea(map_, cell), tile, u"rellenar"_s, noStroke);
+    endStroke();
+    paintCells(connectedArea(map_, cell), tile, u"rellenar"_s);
 }
 
 void MapDocument::paintCells(std::span<const QPoint> cells, const QString& tile,
-                             const QString& verb, int stroke)
+                             const QString& verb)
 {
     MapChange change;
     change.tiles.reserve(cells.size());
@@ -124,8 +143,16 @@ void MapDocument::paintCells(std::span<const QPoint> cells, const QString& tile,
         else
             change.setTile(cell, tile);
     }
-    const QString text = cellsText(verb, change.tiles.size());
-    push(std::move(change), text, stroke);
+    if (!change.isEmpty() && strokeStep_) {
+        change.exchange(map_);
+        announce(change);
+        strokeStep_->append(std::move(change));
+    } else if (!change.isEmpty()) {
+        const QString text = cellsText(verb, change.tiles.size());
+        auto step = std::make_unique<Step>(*this, std::move(change), text);
+        strokeStep_ = isInStroke_ ? step.get() : nullptr;
+        history_.push(std::move(step));
+    }
     if (!asTheyAre.empty())
         emit tilesChanged(asTheyAre);
     mapaCambiado_ = mapaCambiado_ || isDrawn; // under a place only the map knows
@@ -205,12 +232,13 @@ void MapDocument::change(MapChange change, const QString& text)
         mapaCambiado_ = true;
 }
 
-bool MapDocument::push(MapChange change, const QString& text, int stroke)
+bool MapDocument::push(MapChange change, const QString& text)
 {
+    endStroke();
     change.leaveOutIdle(map_);
     if (change.isEmpty())
         return false;
-    history_.push(std::make_unique<Step>(*this, std::move(change), text, stroke));
+    history_.push(std::make_unique<Step>(*this, std::move(change), text));
     return true;
 }
 

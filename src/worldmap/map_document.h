@@ -40,9 +40,9 @@ public:
     void paint(std::span<const QPoint> cells, const QString& tile);
     /// Paints a cell and all that hang together with it and have its tile.
     void fill(QPoint cell, const QString& tile);
-    /// What is painted between these two is one step.
-    void beginStroke() { stroke_ = ++strokes_; }
-    void endStroke() { stroke_ = noStroke; }
+    /// What is painted between these two is one step. Any other change ends a stroke, too.
+    void beginStroke();
+    void endStroke();
 
     /// Puts a place into a cell, new or in place of the one that is there.
     void setPlace(QPoint cell, const Place& place);
@@ -65,6 +65,8 @@ public:
     QString redoText() const { return history_.redoText(); }
     void undo();
     void redo();
+    /// About what the history takes in memory.
+    qint64 historyBytes() const { return history_.bytes(); }
 
     /// A cell whose place changed.
     struct PlaceChange {
@@ -86,18 +88,17 @@ signals:
 
 private:
     class Step;
-    static constexpr int noStroke = -1;
-    void paintCells(std::span<const QPoint> cells, const QString& tile, const QString& verb,
-                    int stroke);
+    void closeStrokeStep();
     /// Makes a change a step, and returns whether it was one.
-    bool push(MapChange change, const QString& text, int stroke = noStroke);
+    bool push(MapChange change, const QString& text);
+    void paintCells(std::span<const QPoint> cells, const QString& tile, const QString& verb);
     void announce(const MapChange& change);
     void beginAnew(WorldMap map, const platform::KnownFile& file);
 
     WorldMap map_;
     platform::KnownFile archivo_;
     bool mapaCambiado_ = false;
-    int strokes_ = 0;
-    int stroke_ = noStroke; ///< the one that goes on
+    bool isInStroke_ = false;
+    Step* strokeStep_ = nullptr; ///< of the stroke that goes on, once it changed something
     History history_;
 };

@@ -161,10 +161,10 @@ void ListItems::sortByColumn(int column)
 {
     sortColumn_ = column;
     ++sortings_;
-    sort();
+    orderBy();
 }
 
-void ListItems::sort()
+void ListItems::orderBy()
 {
     QCollator collator(QLocale(QLocale::Spanish, QLocale::Spain));
     collator.setCaseSensitivity(Qt::CaseInsensitive);
@@ -200,7 +200,7 @@ void ListItems::sort()
 void ListItems::sortAgain()
 {
     if (sortColumn_ >= 0)
-        sort();
+        orderBy();
 }
 
 void ListItems::swapItems(ListItems& other)

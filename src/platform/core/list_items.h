@@ -135,7 +135,7 @@ private:
     QString shownText(const ListItem& item, int column) const;
     void itemChanged(const ListItem& item);
     void renumber(int first = 0);
-    void sort();
+    void orderBy();
 
     std::vector<ListColumn> columns_;
     std::vector<std::unique_ptr<ListItem>> items_;
