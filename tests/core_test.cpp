@@ -251,7 +251,8 @@ TEST(RandomInRange, GivesEveryValueOfTheRangeAndNoOther)
     for (int i = 0; i < draws; ++i) {
         const int n = Procs::RandomInRange(-2, 2);
         ASSERT_TRUE(n >= -2 && n <= 2);
-        ++counts.at(static_cast<std::size_t>(2 + n));
+        const int bucket = n + 2;
+        ++counts.at(static_cast<std::size_t>(bucket));
         ASSERT_EQ(Procs::RandomInRange(5, 5), 5);
     }
     for (const int count : counts)

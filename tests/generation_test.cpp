@@ -255,8 +255,10 @@ TEST(Terrain, SubdividingReachesEveryCellAndNoOther)
                 }
                 subdividirAlturas(grid, 0, alto - 1, 0, ancho - 1);
                 for (int row = 0; row <= alto; ++row) {
-                    for (int column = 0; column <= ancho; ++column)
-                        reached(row, column) |= static_cast<char>(grid(row, column) != 0);
+                    for (int column = 0; column <= ancho; ++column) {
+                        if (grid(row, column) != 0)
+                            reached(row, column) = 1;
+                    }
                 }
             }
             EXPECT_EQ(std::count(reached.begin(), reached.end(), 1), alto * ancho);
