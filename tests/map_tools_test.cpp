@@ -332,6 +332,21 @@ TEST_F(MapToolsTest, AForeignClipboardChangesNothing)
     EXPECT_FALSE(frmMapa().documento.canUndo());
 }
 
+TEST_F(MapToolsTest, AStepBackToAPinThatIsGoneIsToldAndCounts)
+{
+    addPlace({3, 3}, u"Soto"_s);
+    const WorldMap before = frmMapa().mapa();
+    frmMapa().documento.removePlace({3, 3});
+    workspace.pictures.colPines.remove(u"Aldea"_s);
+    boxes.expect();
+    action("deshacer").trigger();
+    EXPECT_TRUE(frmMapa().mapa() == before);
+    EXPECT_EQ(frmMapa().lugares.count(), 1);
+    EXPECT_EQ(frmMapa().documento.redoText(), u"eliminar «Soto»"_s);
+    action("rehacer").trigger();
+    EXPECT_TRUE(frmMapa().mapa().mapaPines.empty());
+}
+
 TEST_F(MapToolsTest, EscTakesBackOneThingAtATime)
 {
     press(frmMapa().ui().tiles);

@@ -21,6 +21,7 @@ void FrmMapa::showTiles(const std::vector<QPoint>& cells)
 /// that keeps its pin changes nothing in the picture.
 void FrmMapa::showPlaces(const std::vector<MapDocument::PlaceChange>& changes)
 {
+    loadLugares();
     std::vector<QPoint> drawn;
     for (const auto& [cell, pinBefore, hasNewTile] : changes) {
         const Place* const place = mapa().placeAt(cell);
@@ -35,7 +36,6 @@ void FrmMapa::showPlaces(const std::vector<MapDocument::PlaceChange>& changes)
         }
     }
     showEdits(drawn);
-    loadLugares();
 }
 
 /// Brings cells that were drawn into the back buffer onto the screen and into the minimap.

@@ -36,8 +36,11 @@ bool isPossibleName(const QString& name)
 
 void FrmMapa::followDocument()
 {
+    // The document has changed already: what fails here is told, and must not reach its history.
     const auto follow = [this](auto announcement, auto handler) {
-        QObject::connect(&documento, announcement, &window(), handler);
+        QObject::connect(&documento, announcement, &window(), [handler](const auto&... what) {
+            platform::runCommand([&] { handler(what...); });
+        });
     };
     follow(&MapDocument::replaced, [this] { showReplaced(); });
     follow(&MapDocument::tilesChanged,
