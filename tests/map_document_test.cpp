@@ -140,6 +140,11 @@ TEST(MapDocument, AStrokeIsOneStepAndNothingIsNone)
     EXPECT_FALSE(document.canRedo());
     document.setPlace({3, 3}, place);
     document.setProperties(document.map());
+    document.movePlace({3, 3}, {3, 3}); // where there is a place
+    document.movePlace({3, 3}, {9, 3}); // off the map
+    document.movePlace({2, 3}, {4, 3}); // none
+    document.removePlace({2, 3});
+    document.setPin({2, 3}, u"Torre"_s);
     document.undo();
     EXPECT_FALSE(document.canUndo());
 }

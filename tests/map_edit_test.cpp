@@ -371,6 +371,18 @@ TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)
         click(static_cast<int>(engine() % 12), static_cast<int>(engine() % 12));
     }
     expectPixelsOfFullRedraw();
+
+    frmMapa().newMapa({}, {12, 140}); // more rows than are redrawn at a time
+    for (int edit = 0; edit < 4; ++edit) {
+        choose(frmTiles().ui().lvTiles, static_cast<int>(engine() % 20));
+        std::vector<QPoint> cells;
+        for (int i = 0; i < 12 * 140; ++i) {
+            if (engine() % 3 == 0)
+                cells.emplace_back(i % 12, i / 12);
+        }
+        frmMapa().documento.paint(cells, frmTiles().selectedName());
+    }
+    expectPixelsOfFullRedraw();
 }
 
 TEST_F(MapEditTest, WindowsFollowUndoAsAFullRedrawWould)

@@ -242,7 +242,7 @@ TEST_F(MapToolsTest, CellsAreCarriedWithinAndBetweenMaps)
     const QStringList tiles{u"M1"_s, u"T1"_s, u"T2"_s, u"B1"_s};
     alterMap([&](WorldMap& map) {
         for (QString& tile : map.mapaTiles)
-            tile = tiles[engine() % 4];
+            tile = tiles[static_cast<qsizetype>(engine() % 4)];
         map.mapaPines[{7, 5}] = {u"Aldea"_s, u"Soto"_s, u"una\nnota"_s};
         map.mapaPines[{9, 8}] = {u"Castillo"_s, u"Vado"_s, {}};
     });

@@ -156,7 +156,8 @@ protected:
     RandomWalkTest()
     {
         // Besides the shipped maps, tiny and narrow ones, and one that can't be read.
-        const auto write = [this](const QString& name, int rows, int columns, QByteArray places) {
+        const auto write = [this](const QString& name, int rows, int columns,
+                                  const QByteArray& places) {
             app.write(u"mapas/%1.map"_s.arg(name),
                       name.toLatin1() + "\r\n" + QByteArray::number(rows) + ';' +
                           QByteArray::number(columns) + "\r\n80;-7\r\nuno\xB6 dos\r\n" +
