@@ -62,8 +62,8 @@ std::optional<QPoint> FrmMapa::placeInHand()
     tools_.outcome.clear();
     const platform::ListView& list = *ui().lvLugares;
     const platform::ListItem* const selected = ui().lvLugares->selectedItem();
-    const bool isPointedAt = accion == SetPlaces && tools_.pointerInView && mouseOnMap() &&
-                             mapa().placeAt(mapCell());
+    const bool isPointedAt =
+        accion == SetPlaces && tools_.pointerInView && mouseOnMap() && mapa().placeAt(mapCell());
     if (isPointedAt && !(selected && list.hasFocus()))
         return mapCell();
     if (selected && (!tools_.selection || list.hasFocus()))

@@ -37,8 +37,8 @@ QString keepSomewhere(const QString& path)
         return keepVersion(path, bytes);
     } catch (const Error&) {
         QString copy = QDir::tempPath() + u'/' + QFileInfo(path).completeBaseName() +
-                             QDateTime::currentDateTime().toString(u" yyyy-MM-dd HH.mm.ss."_s) +
-                             QFileInfo(path).suffix();
+                       QDateTime::currentDateTime().toString(u" yyyy-MM-dd HH.mm.ss."_s) +
+                       QFileInfo(path).suffix();
         if (!replaceFile(copy, bytes))
             throw unwritable(path, u"su carpeta no admite archivos nuevos, y no hay dónde poner "
                                    "antes una copia"_s);
