@@ -368,6 +368,12 @@ TEST_F(MapToolsTest, EscTakesBackOneThingAtATime)
     EXPECT_FALSE(frmMapa().ui().tiles->isChecked());
     EXPECT_FALSE(frmTiles().isVisible());
     EXPECT_EQ(status(), QString());
+    selectCells({3, 3}, {5, 5});
+    press(frmMapa().ui().tiles); // another tool
+    chooseTile(u"T1"_s);
+    click(4, 4);
+    EXPECT_EQ(frmMapa().mapa().tileAt({4, 4}), u"T1"_s);
+    EXPECT_TRUE(action("copiar").isEnabled());
 }
 
 TEST_F(MapToolsTest, RoadModeSaysWhatIsMissingAndWhatItCost)

@@ -155,6 +155,7 @@ private:
     void pickUp();
     void pickUp(QPoint cell);
     void setSelecting(bool on);
+    void stopSelecting();
     void select(const std::optional<QRect>& cells);
     void copySelection();
     void cutSelection();

@@ -50,6 +50,8 @@ QString spoken(const Palette& palette, const QString& name)
 void FrmMapa::setAccion(Accion mode)
 {
     accion = mode;
+    if (mode != NoEditing)
+        stopSelecting();
     tools_.isPicking = false;
     tools_.moving.reset();
     tools_.outcome.clear();

@@ -177,6 +177,7 @@ std::vector<platform::Command> FrmMapa::toolCommands()
          .run =
              [this](bool on) {
                  tools_.isFilling = on;
+                 stopSelecting();
                  showTools();
              },
          .isPossible = isPainting},

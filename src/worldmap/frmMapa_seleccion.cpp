@@ -18,6 +18,13 @@ void FrmMapa::setSelecting(bool on)
     showTools();
 }
 
+/// For when another tool is taken in hand. What is selected stays so.
+void FrmMapa::stopSelecting()
+{
+    tools_.isSelecting = false;
+    (*commands_)[u"seleccionar"_s].setChecked(false);
+}
+
 void FrmMapa::select(const std::optional<QRect>& cells)
 {
     if (tools_.selection == cells)
