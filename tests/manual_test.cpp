@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QTextBlock>
+#include <QTextLayout>
 #include <QTextTable>
 #include <set>
 
@@ -88,6 +89,18 @@ TEST_F(ManualTest, OpensAtThePageOfTheWindowAndGoesBack)
     EXPECT_EQ(page(), u"catalogo"_s);
     EXPECT_TRUE(frmManual().isVisible());
     EXPECT_EQ(frmManual().window().windowHandle()->transientParent(), nullptr);
+}
+
+TEST_F(ManualTest, LaysOutEveryLineWhateverTheWindowsSize)
+{
+    frmManual().showFor(u"frmMapa"_s);
+    for (const QSize size : {frmManual().window().size(), QSize(700, 500), QSize(1200, 800)}) {
+        frmManual().window().resize(size);
+        const QTextDocument& document = *ui().txtManual->document();
+        EXPECT_GT(document.size().height(), size.height()); // and so lays out what is left to do
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+            EXPECT_GT(block.layout()->lineCount(), 0) << block.text().toStdString();
+    }
 }
 
 TEST_F(ManualTest, FindsWordsInThePageRoundAndRound)

@@ -135,6 +135,7 @@ void ManualBrowser::layOutPage()
 void ManualBrowser::fitPictures()
 {
     const int room = viewport()->width() - static_cast<int>(2 * margin);
+    QTextCursor cursor(document());
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         for (auto part = block.begin(); !part.atEnd(); ++part) {
             const QTextFragment fragment = part.fragment();
@@ -148,13 +149,14 @@ void ManualBrowser::fitPictures()
             if (format.width() == width)
                 break;
             format.setWidth(width);
-            QTextCursor cursor(document());
             cursor.setPosition(fragment.position());
             cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
             cursor.setCharFormat(format);
             break; // the fragments of the block may be others now
         }
     }
+    // An edit lays out what it changed alone, and takes what was still to be laid out for done.
+    document()->markContentsDirty(0, document()->characterCount());
 }
 
 void ManualBrowser::resizeEvent(QResizeEvent* event)
