@@ -145,7 +145,8 @@ void FrmMapa::loadPlaceMenus()
     // A click in a palette makes it the active window; the other keys go on to work there.
     for (QWidget* const palette : {&frmTiles().window(), &frmPines().window()}) {
         for (QAction* const action : window().actions()) {
-            if (!placeKeys.contains(action->objectName()))
+            if (!placeKeys.contains(action->objectName()) &&
+                action->objectName() != u"buscarLugar"_s) // they have filters of their own
                 palette->addAction(action);
         }
     }
