@@ -376,6 +376,24 @@ TEST_F(MapToolsTest, EscTakesBackOneThingAtATime)
     EXPECT_TRUE(action("copiar").isEnabled());
 }
 
+TEST_F(MapToolsTest, KeysWorkInThePalettesToo)
+{
+    press(frmMapa().ui().tiles);
+    frmTiles().show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frmTiles().window()));
+    platform::FilterBox& filter = *frmTiles().ui().txtFiltro;
+    QTest::keyClick(frmTiles().ui().lvTiles, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(filter.hasFocus()) << "each palette searches its own list";
+    QTest::keyClicks(&filter, u"agua"_s);
+    QTest::keyClick(&filter, Qt::Key_Escape);
+    EXPECT_EQ(filter.text(), QString());
+    EXPECT_EQ(frmMapa().accion, PaintTiles) << "the box took the key";
+    QTest::keyClick(frmTiles().ui().lvTiles, Qt::Key_G);
+    EXPECT_TRUE(action("rellenar").isChecked());
+    QTest::keyClick(frmTiles().ui().lvTiles, Qt::Key_Escape);
+    EXPECT_EQ(frmMapa().accion, NoEditing);
+}
+
 TEST_F(MapToolsTest, RoadModeSaysWhatIsMissingAndWhatItCost)
 {
     alterMap([](WorldMap& map) {

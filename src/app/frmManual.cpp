@@ -55,6 +55,9 @@ void FrmManual::Form_Load()
     Ui::FrmManual& controls = ui();
     for (const Page& page : pages())
         controls.lvPaginas->addItem(page.title);
+    // To the left, as the palettes, which stand above all windows, are on the right.
+    if (const QWidget* const active = QApplication::activeWindow())
+        moveTo(active->frameGeometry().topLeft());
     controls.separador->setSizes({listWidth, window().width() - listWidth});
     controls.separador->setStretchFactor(1, 1);
     QObject::connect(controls.lvPaginas, &QListWidget::currentRowChanged, &window(),

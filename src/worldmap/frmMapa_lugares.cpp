@@ -143,6 +143,9 @@ void FrmMapa::loadPlaceMenus()
     for (const QString& key : placeKeys)
         list.addAction(&(*commands_)[key]);
     // A click in a palette makes it the active window; the other keys go on to work there.
+    frmTiles().keyUnused = frmPines().keyUnused = [this](const QKeyEvent& key) {
+        return Form_KeyDown(key);
+    };
     for (QWidget* const palette : {&frmTiles().window(), &frmPines().window()}) {
         for (QAction* const action : window().actions()) {
             if (!placeKeys.contains(action->objectName()) &&

@@ -18,6 +18,8 @@ public:
     Palette& palette;
     /// Called after the user closed the palette by its box.
     std::function<void()> closed;
+    /// What becomes of a key that no control of the palette used; returns whether it was used.
+    std::function<bool(const QKeyEvent& key)> keyUnused;
 
     void createColumns()
     {
@@ -87,6 +89,8 @@ protected:
         if (closed)
             closed();
     }
+
+    bool Form_KeyDown(const QKeyEvent& event) override { return keyUnused && keyUnused(event); }
 
 private:
     platform::ListView& list() { return *(this->ui().*ListControl); }
