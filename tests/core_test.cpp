@@ -180,15 +180,18 @@ TEST(SaveFile, KeepsWhatItReplaces)
     app.write(u"mapas/Una Isla.map"_s, "de otro");
     platform::KnownFile known;
     const auto save = [&](const QByteArray& bytes) {
-        EXPECT_EQ(platform::saveFile(path, bytes, known), QStringList());
+        const platform::Saved saved = platform::saveFile(path, bytes, known);
+        EXPECT_EQ(saved.notices, QStringList());
         EXPECT_EQ(app.read(u"mapas/Una Isla.map"_s), bytes);
+        EXPECT_TRUE(!saved.other || QFileInfo::exists(saved.other->path));
+        return saved.other ? saved.other->text.section(u'«', 0, 0) : QString();
     };
-    save("1");
+    EXPECT_EQ(save("1"), u"Ya había otro archivo "_s);
     EXPECT_EQ(kept(), QByteArrayList{"de otro"});
-    save("2"); // its own, and one was kept just now
+    EXPECT_EQ(save("2"), QString()) << "its own, and one was kept just now";
     EXPECT_EQ(kept(), QByteArrayList{"de otro"});
     app.write(u"mapas/Una Isla.map"_s, "de un editor");
-    save("3");
+    EXPECT_EQ(save("3"), u"Otro programa había cambiado "_s);
     EXPECT_EQ(kept(), (QByteArrayList{"de un editor", "de otro"}));
     known.digest = platform::contentDigest("3");
     save("4");
@@ -205,6 +208,18 @@ TEST(SaveFile, KeepsWhatItReplaces)
     EXPECT_EQ(kept().front(), "11");
     EXPECT_EQ(kept().back(), "2");
     EXPECT_EQ(app.read(u"respaldo/mapas/Una Isla.map/notas.txt"_s), "x");
+
+    // Unsaved ones have room of their own.
+    for (int i = 0; i < 12; ++i)
+        platform::keepVersion(path, QByteArray::number(100 + i), true);
+    const std::vector<platform::KeptVersion> all = platform::keptVersions(path);
+    EXPECT_EQ(all.size(), 2 * platform::maxKeptVersions);
+    EXPECT_EQ(std::count_if(all.begin(), all.end(), [](const auto& one) { return one.isUnsaved; }),
+              platform::maxKeptVersions);
+    EXPECT_EQ(kept().count("111"), 1);
+    EXPECT_EQ(kept().count("101"), 0);
+    app.write(u"respaldo/mapas/ajeno/notas.txt"_s, "x");
+    EXPECT_EQ(platform::filesWithVersions(), QStringList{path});
 }
 
 TEST(SaveFile, GoesOnWhereNothingCanBeKept)
@@ -213,7 +228,7 @@ TEST(SaveFile, GoesOnWhereNothingCanBeKept)
     app.write(u"mapas/m.map"_s, "viejo");
     app.write(u"respaldo"_s, "un archivo");
     platform::KnownFile known;
-    const QStringList told = platform::saveFile(app.path(u"mapas/m.map"_s), "nuevo", known);
+    const QStringList told = platform::saveFile(app.path(u"mapas/m.map"_s), "nuevo", known).notices;
     ASSERT_EQ(told.size(), 1);
     EXPECT_TRUE(told[0].contains(u"«respaldo»"_s) && told[0].contains(u"m.map"_s));
     EXPECT_EQ(app.read(u"mapas/m.map"_s), "nuevo");

@@ -280,7 +280,9 @@ SavedCatalogue saveCatalogue(Catalogue& catalogue, const std::function<void()>& 
         bytes += asUtf8 ? unread->text->toUtf8() : platform::toWindows1252(*unread->text);
         saved.notices = backUp(path, *unread);
     }
-    saved.notices += platform::saveFile(path, bytes, catalogue.file);
+    platform::Saved written = platform::saveFile(path, bytes, catalogue.file);
+    saved.notices += written.notices;
+    saved.other = std::move(written.other);
     if (unread && unread->text->isEmpty())
         unread.reset();
     return saved;

@@ -46,9 +46,8 @@ inline constexpr QChar commentMark = u'#';
 void checkRoom(const Catalogue& catalogue);
 
 /// What came of a save.
-struct SavedCatalogue {
+struct SavedCatalogue : platform::Saved {
     int records = 0;
-    QStringList notices; ///< what the user is to be told
 };
 
 /// Writes the catalogue to its file, in the list's order; `advance` is called after each item.

@@ -75,7 +75,7 @@ void save(const WorldMap& map, const QString& target, const PictureTarget& pictu
     try {
         platform::KnownFile unknown;
         QTextStream err(stderr);
-        for (const QString& notice : platform::saveFile(target, bytes, unknown))
+        for (const QString& notice : platform::saveFile(target, bytes, unknown).notices)
             err << notice << '\n';
     } catch (const platform::Error&) {
         if (isFile && !replaces)

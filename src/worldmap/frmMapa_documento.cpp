@@ -173,7 +173,7 @@ void FrmMapa::saveMapa()
         return;
     }
     const platform::WaitCursor wait;
-    ui().avisos->tell(documento.saveMapa());
+    ui().avisos->tell(documento.saveMapa().notices);
     ui().lblEstado->setText(u"Guardado: «%1»"_s.arg(mapa().nombre));
 }
 

@@ -88,13 +88,13 @@ void MapDocument::generate(WorldMap map)
     mapaCambiado_ = true;
 }
 
-QStringList MapDocument::saveMapa()
+platform::Saved MapDocument::saveMapa()
 {
-    QStringList told = saveMapFile(map_, archivo_);
+    platform::Saved saved = saveMapFile(map_, archivo_);
     closeStrokeStep(); // or it would go on changing what the file is known to hold
     history_.setClean();
     mapaCambiado_ = false;
-    return told;
+    return saved;
 }
 
 void MapDocument::beginStroke()

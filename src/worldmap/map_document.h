@@ -31,7 +31,7 @@ public:
     void generate(WorldMap map);
     /// Writes the map to its file, and returns what the user is to be told. Throws Error, with
     /// everything as it was.
-    QStringList saveMapa();
+    platform::Saved saveMapa();
     /// The answer to a map that has no name to be saved under: it no longer counts as changed.
     void giveUpSaving() { mapaCambiado_ = false; }
 

@@ -167,6 +167,22 @@ QString storable(const QString& text, const QString& what)
     throw Error(ErrorNumber::BadCharacter, u"%1 no puede formar parte %2"_s.arg(name, what));
 }
 
+/// Throws Error when the bytes of a map's file would not be read as the map that they are of.
+void checkReadsBack(const WorldMap& map, const QString& path, const QByteArray& bytes)
+{
+    const auto anyName = [](const QString&) { return true; };
+    QString reason = u"se leería otra cosa."_s;
+    try {
+        if (mapFileBytes(parseMap(platform::textFileOf(path, bytes), anyName, anyName)) == bytes)
+            return;
+    } catch (const Error& error) {
+        reason = error.description;
+    }
+    throw Error(ErrorNumber::BadFormat,
+                u"No se puede guardar el mapa «%1», porque no se podría volver a leer: %2"_s.arg(
+                    map.nombre, reason));
+}
+
 } // namespace
 
 WorldMap readMapFile(const QString& path, const IsDefined& isTile, const IsDefined& isPin,
@@ -210,10 +226,11 @@ WorldMap readDrawableMap(const TextFile& file, const MapPictures& pictures, cons
         [&](const QString& name) { return pictures.colPines.contains(name); }, onFault);
 }
 
-QStringList saveMapFile(const WorldMap& map, platform::KnownFile& known)
+platform::Saved saveMapFile(const WorldMap& map, platform::KnownFile& known)
 {
     const QByteArray bytes = mapFileBytes(map); // judges the name before any folder is made
     const QString path = mapFilePath(map.nombre);
+    checkReadsBack(map, path, bytes);
     QDir().mkpath(QFileInfo(path).path());
     return platform::saveFile(path, bytes, known);
 }

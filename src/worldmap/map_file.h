@@ -28,9 +28,9 @@ WorldMap readDrawableMap(const platform::TextFile& file, const MapPictures& pict
 /// Writes the map to its own file, AppFolder\mapas\NAME.map, as platform::saveFile does; returns
 /// what the user is to be told. Throws Error when the name can't be a file's, a text can't be
 /// stored, or writing fails; an old file is whole.
-QStringList saveMapFile(const WorldMap& map, platform::KnownFile& known);
+platform::Saved saveMapFile(const WorldMap& map, platform::KnownFile& known);
 /// The same for a map that has no file yet, as far as is known.
-inline QStringList saveMapFile(const WorldMap& map)
+inline platform::Saved saveMapFile(const WorldMap& map)
 {
     platform::KnownFile none;
     return saveMapFile(map, none);

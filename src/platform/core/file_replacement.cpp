@@ -13,6 +13,7 @@
 #include <system_error>
 
 #ifdef Q_OS_UNIX
+#include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -103,7 +104,7 @@ public:
             QString name = temporaryPattern();
             name.replace(u'*', QString::number(QRandomGenerator::global()->generate64(), 36));
             file_.setFileName(folder + u'/' + name);
-            file_.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered);
+            file_.open(QIODevice::ReadWrite | QIODevice::NewOnly | QIODevice::Unbuffered);
         }
         if (file_.isOpen())
             claim(file_);
@@ -128,10 +129,29 @@ public:
         return error;
     }
 
+    /// Exchanges its name with a file's: that one is then under the new file's name, and goes with
+    /// the object. Returns false, with nothing done, where the system can't.
+    bool exchangeWith(const QString& path) const
+    {
+#if defined(Q_OS_LINUX) && defined(RENAME_EXCHANGE)
+        return renameat2(AT_FDCWD, QFile::encodeName(file_.fileName()).constData(), AT_FDCWD,
+                         QFile::encodeName(path).constData(), RENAME_EXCHANGE) == 0;
+#else
+        Q_UNUSED(path)
+        return false;
+#endif
+    }
+
 private:
     QFile file_;
     bool renamed_ = false;
 };
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 /// Whether an error says that this folder, or this user, may not do what was tried.
 bool isForbidden(const std::error_code& error)
@@ -171,7 +191,7 @@ QString replaceableFile(const QString& path)
     return info.filePath();
 }
 
-bool replaceFile(const QString& path, const QByteArray& bytes)
+bool replaceFile(const QString& path, const QByteArray& bytes, const OnReplaced& onReplaced)
 {
     const QString target = replaceableFile(path);
     const QFileInfo old(target);
@@ -185,9 +205,13 @@ bool replaceFile(const QString& path, const QByteArray& bytes)
         throw unwritable(path, writingReason());
     if (!syncFile(file))
         throw unwritable(path, diskReason());
+    if (!file.seek(0) || file.readAll() != bytes)
+        throw unwritable(path, u"lo que se ha escrito no se puede volver a leer"_s);
     if (old.exists())
         file.setPermissions(old.permissions());
-    if (const std::error_code error = fresh.renameTo(target)) {
+    if (onReplaced && old.exists() && fresh.exchangeWith(target)) {
+        onReplaced(contentOf(file.fileName()));
+    } else if (const std::error_code error = fresh.renameTo(target)) {
         if (isForbidden(error))
             return false;
         throw unwritable(path,

@@ -4,6 +4,7 @@
 #include "platform/core/file_replacement.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -19,10 +20,17 @@ const QString& timeFormat()
     return format;
 }
 
-QString versionName(const QString& path, const QDateTime& when)
+const QString& unsavedMark()
+{
+    static const QString mark = u" sin guardar"_s;
+    return mark;
+}
+
+QString versionName(const QString& path, const QDateTime& when, bool isUnsaved)
 {
     const QString suffix = QFileInfo(path).suffix();
-    return when.toString(timeFormat()) + (suffix.isEmpty() ? QString() : u'.' + suffix);
+    return when.toString(timeFormat()) + (isUnsaved ? unsavedMark() : QString()) +
+           (suffix.isEmpty() ? QString() : u'.' + suffix);
 }
 
 bool holds(const QString& path, const QByteArray& bytes)
@@ -33,12 +41,17 @@ bool holds(const QString& path, const QByteArray& bytes)
 
 } // namespace
 
+QString versionsRoot()
+{
+    return inAppFolder(u"respaldo"_s);
+}
+
 QString versionsFolder(const QString& path)
 {
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     const QString root = QDir::cleanPath(appFolder()) + u'/';
     const bool inside = absolute.startsWith(root);
-    return inAppFolder(u"respaldo"_s) + u'/' +
+    return versionsRoot() + u'/' +
            (inside ? absolute.sliced(root.size()) : QFileInfo(path).fileName());
 }
 
@@ -48,15 +61,32 @@ std::vector<KeptVersion> keptVersions(const QString& path)
     std::vector<KeptVersion> versions;
     for (const QString& name : folder.entryList(QDir::Files, QDir::Name | QDir::Reversed)) {
         const QDateTime when = QDateTime::fromString(name.left(timeFormat().size()), timeFormat());
-        if (when.isValid() && name == versionName(path, when))
-            versions.push_back({folder.filePath(name), when});
+        const bool isUnsaved = name.mid(timeFormat().size()).startsWith(unsavedMark());
+        if (when.isValid() && name == versionName(path, when, isUnsaved))
+            versions.push_back({folder.filePath(name), when, isUnsaved});
     }
     return versions;
 }
 
-QString keepVersion(const QString& path, const QByteArray& bytes)
+QStringList filesWithVersions()
 {
-    const std::vector<KeptVersion> before = keptVersions(path);
+    const QString root = versionsRoot();
+    QStringList files;
+    QDirIterator folders(root, QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks,
+                         QDirIterator::Subdirectories);
+    while (folders.hasNext()) {
+        const QString file = appFolder() + folders.next().sliced(root.size());
+        if (!keptVersions(file).empty())
+            files.append(file);
+    }
+    files.sort();
+    return files;
+}
+
+QString keepVersion(const QString& path, const QByteArray& bytes, bool isUnsaved)
+{
+    std::vector<KeptVersion> before = keptVersions(path);
+    std::erase_if(before, [&](const KeptVersion& one) { return one.isUnsaved != isUnsaved; });
     if (!before.empty() && holds(before.front().path, bytes))
         return before.front().path;
 
@@ -66,7 +96,7 @@ QString keepVersion(const QString& path, const QByteArray& bytes)
     // A clock that was set back must not make the newest version the first to go.
     if (!before.empty() && when < before.front().when.addSecs(1))
         when = before.front().when.addSecs(1);
-    QString version = folder + u'/' + versionName(path, when);
+    QString version = folder + u'/' + versionName(path, when, isUnsaved);
     if (!replaceFile(version, bytes))
         throw unwritable(version, u"la carpeta no admite archivos nuevos"_s);
     for (std::size_t i = maxKeptVersions - 1; i < before.size(); ++i)

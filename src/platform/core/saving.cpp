@@ -8,6 +8,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -23,10 +24,10 @@ constexpr qint64 keepEvery = 10 * 60;
 bool keptLately(const QString& path)
 {
     const std::vector<KeptVersion> versions = keptVersions(path);
-    if (versions.empty())
-        return false;
-    const qint64 age = versions.front().when.secsTo(QDateTime::currentDateTime());
-    return age >= 0 && age < keepEvery;
+    return std::any_of(versions.begin(), versions.end(), [](const KeptVersion& version) {
+        const qint64 age = version.when.secsTo(QDateTime::currentDateTime());
+        return !version.isUnsaved && age >= 0 && age < keepEvery;
+    });
 }
 
 /// Keeps a copy of a file that is about to be overwritten in place. Returns where it is.
@@ -46,6 +47,54 @@ QString keepSomewhere(const QString& path)
     }
 }
 
+/// What a document's file held before it was saved.
+class ReplacedContent
+{
+public:
+    ReplacedContent(const QString& path, const QByteArray& bytes, const KnownFile& known,
+                    Saved& saved)
+        : path_(path),
+          bytes_(bytes),
+          known_(known),
+          saved_(saved)
+    {
+    }
+
+    /// Keeps it, if it is to be kept. What was given before isn't kept again.
+    void keep(const QByteArray& old)
+    {
+        if (old == bytes_ || old == seen_)
+            return;
+        seen_ = old;
+        const bool isOurs = contentDigest(old) == known_.digest;
+        if (isOurs && keptLately(path_))
+            return;
+        const QString version = keepVersion(path_, old);
+        if (!isOurs)
+            tellOf(version);
+    }
+
+private:
+    void tellOf(const QString& version)
+    {
+        const bool isOwnFile = known_.path == path_;
+        if (isOwnFile && known_.digest.isEmpty()) // it was this document that left something out
+            return;
+        const QString was = isOwnFile ? u"Otro programa había cambiado «%1» desde que se leyó o "
+                                        "se guardó."_s
+                                      : u"Ya había otro archivo «%1»."_s;
+        saved_.other = {version, (was + u" Se ha guardado encima; lo que tenía está entre sus "
+                                        "versiones anteriores."_s)
+                                     .arg(displayPath(path_))};
+    }
+
+    const QString& path_;
+    const QByteArray& bytes_;
+    const KnownFile& known_;
+    Saved& saved_;
+    QByteArray seen_;
+};
+
 } // namespace
 
 QByteArray contentDigest(const QByteArray& bytes)
@@ -53,9 +102,10 @@ QByteArray contentDigest(const QByteArray& bytes)
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
 }
 
-QStringList writeFileAtomically(const QString& path, const QByteArray& bytes)
+QStringList writeFileAtomically(const QString& path, const QByteArray& bytes,
+                                const OnReplaced& onReplaced)
 {
-    if (replaceFile(path, bytes))
+    if (replaceFile(path, bytes, onReplaced))
         return {};
     const QString target = replaceableFile(path);
     if (!QFileInfo::exists(target) || !QFileInfo(target).isWritable())
@@ -67,25 +117,27 @@ QStringList writeFileAtomically(const QString& path, const QByteArray& bytes)
             "está en «%2»."_s.arg(displayPath(path), displayPath(copy))};
 }
 
-QStringList saveFile(const QString& path, const QByteArray& bytes, KnownFile& known)
+Saved saveFile(const QString& path, const QByteArray& bytes, KnownFile& known)
 {
-    QStringList notices;
-    const QString target = replaceableFile(path);
-    if (QFileInfo::exists(target)) {
+    Saved saved;
+    ReplacedContent replaced(path, bytes, known, saved);
+    const auto keep = [&](const auto& content) {
         try {
-            const QByteArray old = readFile(target, anySize);
-            const bool isOurs = contentDigest(old) == known.digest;
-            if (old != bytes && (!isOurs || !keptLately(path)))
-                keepVersion(path, old);
+            replaced.keep(content());
         } catch (const Error& error) {
-            notices.append(
+            saved.notices.append(
                 u"No se ha podido guardar en «respaldo» la versión anterior de «%1». %2"_s.arg(
                     displayPath(path), error.description));
         }
-    }
-    notices += writeFileAtomically(path, bytes);
+    };
+    const QString target = replaceableFile(path);
+    if (QFileInfo::exists(target))
+        keep([&] { return readFile(target, anySize); });
+    // Another program may have written since.
+    saved.notices +=
+        writeFileAtomically(path, bytes, [&](const QByteArray& old) { keep([&] { return old; }); });
     known = {path, contentDigest(bytes)};
-    return notices;
+    return saved;
 }
 
 void copyFileAtomically(const QString& from, const QString& to)

@@ -93,7 +93,11 @@ DecodedText decodeFile(const QString& path, const QByteArray& bytes)
 
 TextFile readTextFile(const QString& path)
 {
-    const QByteArray bytes = readFile(path, maxTextFileBytes);
+    return textFileOf(path, readFile(path, maxTextFileBytes));
+}
+
+TextFile textFileOf(const QString& path, const QByteArray& bytes)
+{
     DecodedText decoded = decodeFile(path, bytes);
     std::vector<QString> lines = splitLines(decoded.text);
     return {path,

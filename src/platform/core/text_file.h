@@ -43,6 +43,9 @@ QByteArray readFile(const QString& path, qint64 maxBytes);
 /// The text of a file's bytes, by decodeText. Throws Error (BadFormat).
 DecodedText decodeFile(const QString& path, const QByteArray& bytes);
 
+/// A text file made of the bytes of the file at a path. Throws Error (BadFormat).
+TextFile textFileOf(const QString& path, const QByteArray& bytes);
+
 /// Reads a text file, by decodeText. A line ends at CR, at CR LF or at LF; a last line needs no
 /// end. Throws as readFile does, and Error (BadFormat).
 TextFile readTextFile(const QString& path);
