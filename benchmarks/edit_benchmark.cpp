@@ -101,7 +101,7 @@ void ManyStrokes(benchmark::State& state)
             document.paint(stroke.cells, stroke.tile);
             document.endStroke();
         }
-        state.counters["MiB"] = static_cast<double>(document.historyBytes()) / (1024 * 1024);
+        state.counters["MiB"] = static_cast<double>(document.history().bytes()) / (1024 * 1024);
         int steps = 0;
         for (; document.canUndo(); ++steps)
             document.undo();

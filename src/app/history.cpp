@@ -25,6 +25,7 @@ void History::Step::undo()
 
 void History::Step::count()
 {
+    ++history_->revision_;
     history_->bytes_ += bytes() - counted_;
     counted_ = bytes();
 }
@@ -32,6 +33,7 @@ void History::Step::count()
 History::History()
 {
     connect(&stack_, &QUndoStack::indexChanged, this, &History::changed);
+    connect(&stack_, &QUndoStack::cleanChanged, this, &History::changed);
 }
 
 void History::push(std::unique_ptr<Step> step)
@@ -51,6 +53,7 @@ void History::clear()
 {
     stack_.clear();
     forgotten_ = 0;
+    ++revision_;
     emit changed();
 }
 

@@ -64,13 +64,16 @@ public:
     void redo() { stack_.redo(); }
     /// About what the steps hold in memory.
     qint64 bytes() const { return bytes_; }
+    /// Another number whenever the document may have changed.
+    int revision() const { return revision_; }
 
 signals:
-    /// What can be undone and redone changed.
+    /// What can be undone and redone changed, or whether the document is clean.
     void changed();
 
 private:
     qint64 bytes_ = 0;
+    int revision_ = 0;
     int forgotten_ = 0; ///< how many steps at the beginning can't be undone any more
     QUndoStack stack_;
 };

@@ -2,6 +2,7 @@
 
 #include "app/frmAbout.h"
 #include "app/procs_windows.h"
+#include "app/workspace.h"
 #include "catalogue/frmPrinc.h"
 #include "platform/core/random_source.h"
 #include "worldmap/frmMapa.h"
@@ -25,4 +26,5 @@ void Main()
 
     frmAbout().showModal();
     frmMapa().show();
+    workspace().recovery.begin();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/recovery.h"
 #include "catalogue/catalogue_document.h"
 #include "localmap/local_canvas.h"
 #include "worldmap/definitions.h"
@@ -15,6 +16,10 @@ public:
     ~Workspace();
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
+
+    platform::Background background;
+    /// Of the work that isn't saved; idle until it is told to begin.
+    Recovery recovery{background};
 
     CatalogueDocument armas{armasKind()};
     CatalogueDocument armaduras{armadurasKind()};

@@ -123,6 +123,38 @@ private:
     int sortings_ = 0; ///< then
 };
 
+/// All items exchanged for others.
+class CatalogueDocument::ReplaceStep final : public History::Step
+{
+public:
+    ReplaceStep(CatalogueDocument& document, const QString& text,
+                std::vector<ListItem::Contents> items)
+        : History::Step(document.history_, text),
+          document_(&document),
+          items_(std::make_unique<platform::ListItems>())
+    {
+        for (ListItem::Contents& contents : items) {
+            bytes_ += bytesOf(contents);
+            items_->insert(items_->count(), items_->make(std::move(contents)));
+        }
+    }
+
+protected:
+    void exchange() override { document_->catalogue_.items.swapItems(*items_); }
+    void forget() override
+    {
+        items_ = std::make_unique<platform::ListItems>();
+        bytes_ = 0;
+        setObsolete(true);
+    }
+    qint64 bytes() const override { return qint64{sizeof(*this)} + bytes_; }
+
+private:
+    CatalogueDocument* document_;
+    std::unique_ptr<platform::ListItems> items_;
+    qint64 bytes_ = 0; ///< of the newer items; the others take about as much
+};
+
 CatalogueDocument::CatalogueDocument(const CatalogueKind& kind) : catalogue_(kind)
 {
     catalogue_.items.setColumns(kind.fields);
@@ -134,6 +166,46 @@ void CatalogueDocument::load(const platform::OnFault& onFault, const platform::O
     catalogue_.items.clear();
     catalogue_.pictures = {};
     loadCatalogue(catalogue_, onFault, onRemark);
+}
+
+SavedCatalogue CatalogueDocument::save(const std::function<void()>& advance)
+{
+    SavedCatalogue saved = saveCatalogue(catalogue_, advance);
+    history_.setClean();
+    return saved;
+}
+
+void CatalogueDocument::replaceItems(std::vector<ListItem::Contents> items, const QString& text)
+{
+    if (items.size() > static_cast<std::size_t>(maxCatalogueItems))
+        throw tooManyItems();
+    std::vector<ListItem::Contents> before;
+    for (int i = 0; i < this->items().count(); ++i)
+        before.push_back(this->items().at(i).contents());
+    for (ListItem::Contents& contents : items)
+        contents.icon = iconFor(contents);
+    if (items != before)
+        history_.push(std::make_unique<ReplaceStep>(*this, text, std::move(items)));
+}
+
+/// The position of the picture that an item names: the one that an item of the list has, or one
+/// that is loaded. An item whose picture can't be read has none.
+int CatalogueDocument::iconFor(const ListItem::Contents& contents)
+{
+    const QString& field = kind().fields[kind().imageField()].key;
+    const auto image =
+        std::find_if(contents.subItems.begin(), contents.subItems.end(),
+                     [&](const ListItem::SubItem& subItem) { return subItem.key == field; });
+    if (image == contents.subItems.end() || image->text.isEmpty())
+        return 0;
+    const ListItem* const there = items().find(contents.key);
+    if (there && there->hasSubItem(field) && there->subItem(field) == image->text)
+        return there->icon();
+    try {
+        return loadPicture(contents.key, image->text);
+    } catch (const Error&) {
+        return 0;
+    }
 }
 
 QString CatalogueDocument::keyOf(const QStringList& fields) const

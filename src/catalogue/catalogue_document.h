@@ -25,10 +25,12 @@ public:
     void load(const platform::OnFault& onFault = platform::giveUp,
               const platform::OnFault& onRemark = passOver);
     /// Writes the catalogue to its file, as saveCatalogue does.
-    SavedCatalogue save(const std::function<void()>& advance = {})
-    {
-        return saveCatalogue(catalogue_, advance);
-    }
+    SavedCatalogue save(const std::function<void()>& advance = {});
+    /// What is known of the file.
+    const platform::KnownFile& file() const { return catalogue_.file; }
+    /// Takes other items in the place of those that there are, as a step of that name; their icons
+    /// are looked up. Throws Error (TooLarge), with the list as it was.
+    void replaceItems(std::vector<platform::ListItem::Contents> items, const QString& text);
 
     // An item's fields stand in the order of the file, the name first.
 
@@ -52,8 +54,10 @@ signals:
 
 private:
     class Step;
+    class ReplaceStep;
     QString keyOf(const QStringList& fields) const;
     void setSubItems(platform::ListItem::Contents& contents, const QStringList& fields) const;
+    int iconFor(const platform::ListItem::Contents& contents);
     int loadPicture(const QString& key, const QString& image);
 
     Catalogue catalogue_;

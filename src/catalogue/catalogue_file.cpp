@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QSet>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -19,11 +20,6 @@ using platform::TextFile;
 namespace {
 
 constexpr char16_t separator = u';';
-
-QString pathOf(const CatalogueKind& kind)
-{
-    return platform::inAppFolder(u"ini\\"_s + kind.file);
-}
 
 struct LoadedPicture {
     QString path;
@@ -199,18 +195,71 @@ QStringList backUp(const QString& path, UnreadLines& unread)
 
 } // namespace
 
+QString cataloguePath(const CatalogueKind& kind)
+{
+    return platform::inAppFolder(u"ini\\"_s + kind.file);
+}
+
+Error tooManyItems()
+{
+    return Error(ErrorNumber::TooLarge,
+                 u"el catálogo no admite más de %1 elementos"_s.arg(maxCatalogueItems));
+}
+
 void checkRoom(const Catalogue& catalogue)
 {
     if (catalogue.items.count() == maxCatalogueItems)
-        throw Error(ErrorNumber::TooLarge,
-                    u"el catálogo no admite más de %1 elementos"_s.arg(maxCatalogueItems));
+        throw tooManyItems();
+}
+
+QString catalogueDraft(const CatalogueKind& kind, const std::vector<ListItem::Contents>& items)
+{
+    const QString lineEnd = u"\r\n"_s;
+    QString text = kind.headerLine + lineEnd;
+    for (const ListItem::Contents& item : items) {
+        text += item.text;
+        for (std::size_t position = 1; position < kind.fields.size(); ++position) {
+            const QString& name = kind.fields[position].key;
+            const auto subItem = std::find_if(item.subItems.begin(), item.subItems.end(),
+                                              [&](const auto& one) { return one.key == name; });
+            text += separator;
+            if (subItem != item.subItems.end())
+                text += platform::notesToFile(subItem->text);
+        }
+        text += lineEnd;
+    }
+    return text;
+}
+
+std::vector<ListItem::Contents> draftItems(const CatalogueKind& kind, const TextFile& file)
+{
+    std::vector<ListItem::Contents> items;
+    QSet<QString> keys;
+    for (std::size_t i = 1; i < file.lines.size(); ++i) {
+        if (file.lines[i].isEmpty())
+            continue;
+        const QStringList fields = file.lines[i].split(separator);
+        ListItem::Contents item{
+            kind.itemKey(fields.first(), fields.value(1)), fields.first(), 0, {}};
+        while (keys.contains(item.key))
+            item.key += u'\'';
+        keys.insert(item.key);
+        for (std::size_t position = 1; position < kind.fields.size(); ++position) {
+            const QString& name = kind.fields[position].key;
+            const QString field = fields.value(static_cast<qsizetype>(position));
+            item.subItems.push_back(
+                {name, name == notesField ? platform::notesFromFile(field) : field});
+        }
+        items.push_back(std::move(item));
+    }
+    return items;
 }
 
 void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault,
                    const platform::OnFault& onRemark)
 {
     catalogue.unread.emplace();
-    const TextFile file = platform::readTextFile(pathOf(catalogue.kind));
+    const TextFile file = platform::readTextFile(cataloguePath(catalogue.kind));
     catalogue.file = file.known;
     const auto fieldCount = static_cast<qsizetype>(catalogue.kind.fields.size());
     LoadedPictures loaded;
@@ -243,7 +292,7 @@ void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault,
 SavedCatalogue saveCatalogue(Catalogue& catalogue, const std::function<void()>& advance)
 {
     const CatalogueKind& kind = catalogue.kind;
-    const QString path = pathOf(kind);
+    const QString path = cataloguePath(kind);
     std::optional<UnreadLines>& unread = catalogue.unread;
     if (unread)
         complete(*unread, path);

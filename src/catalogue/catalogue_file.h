@@ -32,6 +32,9 @@ struct Catalogue {
 
 inline void passOver(const platform::Error& /*remark*/) {}
 
+/// The path of a kind's file.
+QString cataloguePath(const CatalogueKind& kind);
+
 /// Reads the kind's file below AppFolder into the catalogue, which is empty before. Throws Error at
 /// the first fault (its text names file, line and reason); the records before it, and what was
 /// added for the faulty one, stay in the list, and what wasn't read is kept in `unread`. A remark
@@ -42,6 +45,17 @@ void loadCatalogue(Catalogue& catalogue, const platform::OnFault& onFault = plat
 /// A line that begins with this is a comment.
 inline constexpr QChar commentMark = u'#';
 
+/// The items of a text in the form of a kind's file, without their icons. Lines that begin as
+/// comments do are items, too, but for the first; one whose key is taken gets another.
+std::vector<platform::ListItem::Contents> draftItems(const CatalogueKind& kind,
+                                                     const platform::TextFile& file);
+/// The text of a kind's file with these items, without the checks of saving; draftItems has them
+/// back.
+QString catalogueDraft(const CatalogueKind& kind,
+                       const std::vector<platform::ListItem::Contents>& items);
+
+/// What is thrown for a catalogue that has as many items as can be.
+platform::Error tooManyItems();
 /// Throws Error (TooLarge) when the catalogue can't take another record.
 void checkRoom(const Catalogue& catalogue);
 

@@ -49,6 +49,7 @@ void FrmMapa::Form_Load()
     QObject::connect(ui().avisos, &platform::NoticeBar::changed, &window(),
                      [this] { Form_Resize(); });
     frmPines().closed = [this] { ui().pines->trigger(); };
+    watchUnsavedWork();
     // Without its definitions the window can draw nothing, but it comes up and says why.
     platform::runCommand([this] { loadTiles(); });
     platform::runCommand([this] { loadPines(); });

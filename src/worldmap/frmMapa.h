@@ -116,6 +116,12 @@ private:
     std::vector<platform::Command> placeCommands();
     void loadCommands();
 
+    // What is unsaved, and what an earlier run left unsaved.
+    void watchUnsavedWork();
+    void offer(LeftWork left);
+    void recover(LeftWork left);
+    void recover(const RecoveryCopy& copy);
+
     // What follows the document's announcements.
     void followDocument();
     void showReplaced();

@@ -38,11 +38,15 @@ public:
         count();
     }
     std::size_t cells() const { return change_.tiles.size(); }
+    /// The map of the step is another file's.
+    void exchangeFile(const platform::KnownFile& file) { file_ = file; }
 
 protected:
     void exchange() override
     {
         change_.exchange(document_->map_);
+        if (file_)
+            std::swap(document_->archivo_, *file_);
         document_->announce(change_);
     }
     void forget() override { change_ = {}; }
@@ -51,6 +55,7 @@ protected:
 private:
     MapDocument* document_;
     MapChange change_;
+    std::optional<platform::KnownFile> file_;
 };
 
 MapDocument::MapDocument()
@@ -60,6 +65,7 @@ MapDocument::MapDocument()
 
 void MapDocument::beginAnew(WorldMap map, const platform::KnownFile& file)
 {
+    tellReplaced();
     isInStroke_ = false;
     strokeStep_ = nullptr;
     history_.clear();
@@ -82,10 +88,28 @@ void MapDocument::openMapa(WorldMap map, const platform::KnownFile& file)
 
 void MapDocument::generate(WorldMap map)
 {
+    tellReplaced();
     MapChange change;
     change.whole = std::move(map);
     push(std::move(change), u"generar un mapa"_s);
     mapaCambiado_ = true;
+}
+
+void MapDocument::recover(WorldMap map, const platform::KnownFile& file)
+{
+    endStroke();
+    MapChange change;
+    change.whole = std::move(map);
+    auto step = std::make_unique<Step>(*this, std::move(change), u"recuperar un mapa"_s);
+    step->exchangeFile(file);
+    history_.push(std::move(step));
+    mapaCambiado_ = true;
+}
+
+void MapDocument::tellReplaced()
+{
+    if (!history_.isClean())
+        emit unsavedReplaced(map_);
 }
 
 platform::Saved MapDocument::saveMapa()

@@ -29,6 +29,8 @@ public:
     void openMapa(WorldMap map, const platform::KnownFile& file);
     /// Replaces the map by one that was made for it.
     void generate(WorldMap map);
+    /// Replaces the map by one that was never saved, and what is known of its file.
+    void recover(WorldMap map, const platform::KnownFile& file);
     /// Writes the map to its file, and returns what the user is to be told. Throws Error, with
     /// everything as it was.
     platform::Saved saveMapa();
@@ -65,8 +67,8 @@ public:
     QString redoText() const { return history_.redoText(); }
     void undo();
     void redo();
-    /// About what the history takes in memory.
-    qint64 historyBytes() const { return history_.bytes(); }
+    const History& history() const { return history_; }
+    const platform::KnownFile& archivo() const { return archivo_; }
 
     /// A cell whose place changed.
     struct PlaceChange {
@@ -81,6 +83,8 @@ signals:
     /// These cells got a place, lost one, or have another one.
     void placesChanged(const std::vector<PlaceChange>& changes);
     void propertiesChanged();
+    /// A map with changes that aren't in its file is about to be replaced.
+    void unsavedReplaced(const WorldMap& map);
     /// It is another map altogether.
     void replaced();
     /// What can be undone and redone changed.
@@ -94,6 +98,7 @@ private:
     void paintCells(std::span<const QPoint> cells, const QString& tile, const QString& verb);
     void announce(const MapChange& change);
     void beginAnew(WorldMap map, const platform::KnownFile& file);
+    void tellReplaced();
 
     WorldMap map_;
     platform::KnownFile archivo_;

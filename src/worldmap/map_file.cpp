@@ -167,6 +167,26 @@ QString storable(const QString& text, const QString& what)
     throw Error(ErrorNumber::BadCharacter, u"%1 no puede formar parte %2"_s.arg(name, what));
 }
 
+/// The text of a map's file, its texts as storable(text, what it is) has them.
+template <typename Storable>
+QString layOut(const WorldMap& map, const Storable& storable)
+{
+    const QString lineEnd = u"\r\n"_s;
+    QString text = storable(map.nombre, u"de un nombre de mapa"_s) + lineEnd;
+    text += u"%1;%2"_s.arg(map.alto()).arg(map.ancho()) + lineEnd;
+    text += u"%1;%2"_s.arg(map.latNorte).arg(map.latSur) + lineEnd;
+    text += storable(notesToFile(map.notasMapa), u"de las notas del mapa"_s) + lineEnd;
+    for (const QString& tile : map.mapaTiles)
+        text += tile + fieldSeparator;
+    text += lineEnd;
+    for (const auto& [cell, place] : map.mapaPines)
+        text += u"%1;%2;"_s.arg(cell.y()).arg(cell.x()) +
+                storable(place.pin, u"del nombre de un pin"_s) + fieldSeparator +
+                storable(place.name, u"del nombre de un lugar"_s) + fieldSeparator +
+                storable(notesToFile(place.notes), u"de las notas de un lugar"_s) + placeEnd;
+    return text + lineEnd;
+}
+
 /// Throws Error when the bytes of a map's file would not be read as the map that they are of.
 void checkReadsBack(const WorldMap& map, const QString& path, const QByteArray& bytes)
 {
@@ -251,26 +271,23 @@ QByteArray mapFileBytes(const WorldMap& map)
 
 QString mapText(const WorldMap& map)
 {
-    const QString lineEnd = u"\r\n"_s;
-    QString text = storable(map.nombre, u"de un nombre de mapa"_s) + lineEnd;
-    text += u"%1;%2"_s.arg(map.alto()).arg(map.ancho()) + lineEnd;
-    text += u"%1;%2"_s.arg(map.latNorte).arg(map.latSur) + lineEnd;
-    text += storable(notesToFile(map.notasMapa), u"de las notas del mapa"_s) + lineEnd;
-    for (const QString& tile : map.mapaTiles)
-        text += tile + fieldSeparator;
-    text += lineEnd;
-    for (const auto& [cell, place] : map.mapaPines)
-        text += u"%1;%2;"_s.arg(cell.y()).arg(cell.x()) +
-                storable(place.pin, u"del nombre de un pin"_s) + fieldSeparator +
-                storable(place.name, u"del nombre de un lugar"_s) + fieldSeparator +
-                storable(notesToFile(place.notes), u"de las notas de un lugar"_s) + placeEnd;
-    return text + lineEnd;
+    return layOut(map, storable);
+}
+
+QString mapDraft(const WorldMap& map)
+{
+    return layOut(map, [](const QString& text, const QString& /*what*/) { return text; });
 }
 
 QString mapFilePath(const QString& mapName)
 {
     // Not through inAppFolder: maps whose names differ in letter case are different maps.
     return platform::inAppFolder(u"mapas"_s) + u'/' + mapName + u".map"_s;
+}
+
+QString draftPath(const QString& mapName)
+{
+    return mapFilePath(mapName.isEmpty() ? u"(sin nombre)"_s : asMapName(mapName));
 }
 
 QString asPlaceName(const QString& name)

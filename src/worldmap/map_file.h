@@ -42,8 +42,15 @@ QByteArray mapFileBytes(const WorldMap& map);
 /// fields.
 QString mapText(const WorldMap& map);
 
+/// The same without the checks: what is lost with the program otherwise is better kept in a text
+/// that can't be read whole.
+QString mapDraft(const WorldMap& map);
+
 /// The path of the file of a map of that name.
 QString mapFilePath(const QString& mapName);
+/// The path that unsaved versions of a map are kept under: of its file, or of one as near as can
+/// be.
+QString draftPath(const QString& mapName);
 
 /// Why a map can't have that size, as a Spanish sentence; nothing if it can.
 std::optional<QString> mapSizeProblem(int alto, int ancho);

@@ -83,7 +83,12 @@ QByteArray encodeText(QStringView text)
 {
     QByteArray bytes = toWindows1252(text);
     const std::optional<DecodedText> read = decodeText(bytes);
-    return read && !read->isUtf8 ? bytes : utf8Mark.toByteArray() + text.toUtf8();
+    return read && !read->isUtf8 ? bytes : utf8Text(text);
+}
+
+QByteArray utf8Text(QStringView text)
+{
+    return utf8Mark.toByteArray() + text.toUtf8();
 }
 
 std::optional<QString> firstOutsideWindows1252(QStringView text)

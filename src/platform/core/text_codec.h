@@ -30,6 +30,9 @@ std::optional<DecodedText> decodeText(QByteArrayView bytes);
 /// does.
 QByteArray encodeText(QStringView text);
 
+/// A text in UTF-8, with its mark.
+QByteArray utf8Text(QStringView text);
+
 /// The first character (a whole code point) of the text that the code page lacks, if there is one.
 std::optional<QString> firstOutsideWindows1252(QStringView text);
 
