@@ -23,6 +23,9 @@ constexpr int alreadyOpen = 1; // exit status
 int main(int argc, char** argv)
 {
     const platform::Application application(argc, argv);
+    platform::Application::setWindowIcon(platform::pixelIcon(
+        {QImage(u":/pictures/programa_16.gif"_s), QImage(u":/pictures/programa_32.gif"_s),
+         QImage(u":/pictures/programa.gif"_s)}));
     platform::outliveFileSizeLimit();
     const platform::FolderClaim folder(platform::appFolder());
     if (folder.isTaken()) {
@@ -31,9 +34,6 @@ int main(int argc, char** argv)
         return alreadyOpen;
     }
     platform::removeAbandonedFiles({u"ini"_s, u"mapas"_s, u"respaldo"_s});
-    platform::Application::setWindowIcon(platform::pixelIcon(
-        {QImage(u":/pictures/programa_16.gif"_s), QImage(u":/pictures/programa_32.gif"_s),
-         QImage(u":/pictures/programa.gif"_s)}));
     Workspace workspace;
     const auto keepUnsaved = [&workspace] { workspace.recovery.keepNow(); };
     const platform::EndingFromOutside ending(keepUnsaved);

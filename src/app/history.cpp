@@ -36,6 +36,12 @@ History::History()
     connect(&stack_, &QUndoStack::cleanChanged, this, &History::changed);
 }
 
+/// Nobody is told that there is nothing left to undo.
+History::~History()
+{
+    disconnect(&stack_, nullptr, this, nullptr);
+}
+
 void History::push(std::unique_ptr<Step> step)
 {
     stack_.push(step.release());

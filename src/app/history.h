@@ -45,6 +45,7 @@ public:
     };
 
     History();
+    ~History() override;
 
     /// Does a step, and takes it into the history; those that were undone are gone.
     void push(std::unique_ptr<Step> step);

@@ -153,6 +153,10 @@ Recovery::~Recovery() = default;
 
 void Recovery::watch(Work work)
 {
+    std::erase_if(works_, [&](const Watched& other) {
+        return !other.history || other.history == work.history;
+    });
+    disconnect(work.history, nullptr, this, nullptr);
     connect(work.history, &History::changed, this, &Recovery::dropSaved);
     QPointer<const History> history(work.history);
     works_.push_back({std::move(work), history, {}});

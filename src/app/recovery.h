@@ -48,7 +48,7 @@ public:
     explicit Recovery(platform::Background& background);
     ~Recovery() override;
 
-    /// Watches a document from now on; it may go before this does.
+    /// Watches a document from now on, once; it may go before this does.
     void watch(Work work);
     /// Begins to write copies, and looks for what earlier runs left.
     void begin();

@@ -27,4 +27,5 @@ void Main()
     frmAbout().showModal();
     frmMapa().show();
     workspace().recovery.begin();
+    workspace().diskWatch.begin();
 }

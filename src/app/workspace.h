@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/disk_watch.h"
 #include "app/recovery.h"
 #include "catalogue/catalogue_document.h"
 #include "localmap/local_canvas.h"
@@ -18,8 +19,9 @@ public:
     Workspace& operator=(const Workspace&) = delete;
 
     platform::Background background;
-    /// Of the work that isn't saved; idle until it is told to begin.
+    // Idle until they are told to begin.
     Recovery recovery{background};
+    DiskWatch diskWatch{background};
 
     CatalogueDocument armas{armasKind()};
     CatalogueDocument armaduras{armadurasKind()};

@@ -91,6 +91,14 @@ void FrmMapa::watchUnsavedWork()
                         .snapshot = [catalogue] { return draftOf(*catalogue); },
                         .target = [catalogue] { return cataloguePath(catalogue->kind()); },
                         .known = [catalogue] { return catalogue->file(); }});
+    DiskWatch& disk = workspace().diskWatch;
+    disk.watch(documento, [this] { return documento.archivo(); });
+    for (CatalogueDocument* const catalogue : workspace().catalogues())
+        disk.watch(*catalogue, [catalogue] { return catalogue->file(); });
+    QObject::connect(&disk, &DiskWatch::changed, &window(),
+                     [this](const platform::OtherVersion& other) {
+                         ui().avisos->tell(QStringList(other.text));
+                     });
     QObject::connect(&documento, &MapDocument::unsavedReplaced, &window(),
                      [&recovery](const WorldMap& map) {
                          recovery.keepReplaced(draftPath(map.nombre), draftOf(map));

@@ -18,13 +18,24 @@ Background::~Background()
 
 void Background::run(std::function<void()> work, Urgency urgency)
 {
-    thread_.start(std::move(work), static_cast<int>(urgency));
+    {
+        const QMutexLocker lock(&mutex_);
+        (urgency == Urgency::Urgent ? urgent_ : idle_).push_back(std::move(work));
+    }
+    thread_.start([this] { takeNext()(); }); // one for each piece of work, whichever comes first
+}
+
+std::function<void()> Background::takeNext()
+{
+    const QMutexLocker lock(&mutex_);
+    std::deque<std::function<void()>>& queue = urgent_.empty() ? idle_ : urgent_;
+    std::function<void()> next = std::move(queue.front());
+    queue.pop_front();
+    return next;
 }
 
 void Background::finish()
 {
-    if (thread_.activeThreadCount() == 0)
-        return;
     QSemaphore done;
     run([&done] { done.release(); });
     done.acquire();

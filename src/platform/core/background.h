@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QMutex>
 #include <QPointer>
 #include <QThreadPool>
+#include <deque>
 #include <functional>
 #include <memory>
 
@@ -46,6 +48,12 @@ public:
     void finish();
 
 private:
+    std::function<void()> takeNext();
+
+    QMutex mutex_;
+    // The pool's own priorities don't hold for a thread that waits for work.
+    std::deque<std::function<void()>> urgent_;
+    std::deque<std::function<void()>> idle_;
     QThreadPool thread_;
 };
 
