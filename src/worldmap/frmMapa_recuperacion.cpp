@@ -30,10 +30,16 @@ Recovery::Content draftOf(const CatalogueDocument& catalogue)
     };
 }
 
+/// What the work on a catalogue is called: "Armas".
+QString workOn(const CatalogueDocument& catalogue)
+{
+    return QFileInfo(catalogue.kind().file).completeBaseName();
+}
+
 CatalogueDocument* catalogueOf(const QString& work)
 {
     for (CatalogueDocument* const catalogue : workspace().catalogues()) {
-        if (catalogue->kind().manyItems == work)
+        if (workOn(*catalogue) == work)
             return catalogue;
     }
     return nullptr;
@@ -48,8 +54,8 @@ bool holds(const CatalogueDocument& catalogue, const RecoveryCopy& copy)
 /// What a copy is of, as the notice names it.
 QString described(const RecoveryCopy& copy)
 {
-    if (copy.work != mapWork)
-        return copy.work;
+    if (const CatalogueDocument* const catalogue = catalogueOf(copy.work))
+        return catalogue->kind().manyItems;
     const QString name = copy.content.left(copy.content.indexOf('\r')).isEmpty()
                              ? QString()
                              : QFileInfo(copy.target).completeBaseName();
@@ -86,7 +92,7 @@ void FrmMapa::watchUnsavedWork()
                     .target = [this] { return draftPath(mapa().nombre); },
                     .known = [this] { return documento.archivo(); }});
     for (CatalogueDocument* const catalogue : workspace().catalogues())
-        recovery.watch({.name = catalogue->kind().manyItems,
+        recovery.watch({.name = workOn(*catalogue),
                         .history = &catalogue->history(),
                         .snapshot = [catalogue] { return draftOf(*catalogue); },
                         .target = [catalogue] { return cataloguePath(catalogue->kind()); },
@@ -159,6 +165,8 @@ void FrmMapa::recover(const RecoveryCopy& copy)
                                 u"recuperar %1"_s.arg(catalogue->kind().manyItems));
         return;
     }
+    if (copy.work != mapWork)
+        throw file.errorAt(0, u"esta versión del programa no sabe qué es"_s);
     WorldMap map = readDrawableMap(file, workspace().pictures);
     prepared_ = prepare(map);
     setAccion(NoEditing);
