@@ -187,6 +187,32 @@ TEST(MapDocument, KeepsTheRulesOfAChangedMap)
     EXPECT_FALSE(document.canUndo() || document.canRedo());
 }
 
+TEST(MapDocument, AStepThatDidNotChangeTheNameLeavesANewOne)
+{
+    MapDocument document;
+    document.openMapa(seaOf(4, 4), {});
+    MapProperties properties = document.map();
+    properties.nombre = u"Otro"_s;
+    document.setProperties(properties);
+    properties.latNorte = 45;
+    document.setProperties(properties);
+    MapChange wider;
+    wider.whole = resized(document.map(), {2, 0, 0, 0}, u"T1"_s);
+    document.change(std::move(wider), u"cambiar el tamaño"_s);
+    document.undo();
+    document.rename(u"Copia"_s);
+    EXPECT_TRUE(document.canRedo());
+    document.redo();
+    EXPECT_EQ(document.map().nombre, u"Copia"_s);
+    document.undo();
+    EXPECT_EQ(document.map().ancho(), 4);
+    document.undo();
+    EXPECT_EQ(document.map().latNorte, 0);
+    EXPECT_EQ(document.map().nombre, u"Copia"_s);
+    document.undo();
+    EXPECT_EQ(document.map().nombre, u"Prueba"_s) << "this one changed it";
+}
+
 TEST(MapDocument, TheOldestStepsGoWhenTheHistoryIsFull)
 {
     MapDocument document;

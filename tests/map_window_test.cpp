@@ -330,3 +330,31 @@ TEST_F(MapWindowTest, SavingNeedsANameAndRoomToWrite)
     EXPECT_TRUE(app.read(file) == bytes);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
+
+TEST_F(MapWindowTest, TheNameOfSaveAsStaysWhateverIsUndone)
+{
+    const auto saveAs = [](const QString& name) {
+        duringModal([] { frmMapa().window().findChild<QAction*>(u"guardarComo"_s)->trigger(); },
+                    [&] {
+                        auto* const dialog =
+                            qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                        dialog->findChild<QLineEdit*>(u"txtNombre"_s)->setText(name);
+                        dialog->accept();
+                    });
+    };
+    saveAs(u"Uno"_s);
+    const QByteArray old = app.read(u"mapas/Uno.map"_s);
+    frmMapa().documento.setPlace({3, 3}, {u"Aldea"_s, u"Soto"_s, {}});
+    saveAs(u"Dos"_s);
+    frmMapa().documento.undo();
+    press("guardar");
+    EXPECT_EQ(app.read(u"mapas/Uno.map"_s), old);
+    EXPECT_EQ(QString::fromUtf8(app.read(u"mapas/Dos.map"_s)),
+              QString::fromUtf8(old).replace(u"Uno"_s, u"Dos"_s));
+    QDir(app.path(u"mapas"_s)).mkdir(u"Tres.map"_s);
+    boxes.expect();
+    saveAs(u"Tres"_s);
+    EXPECT_EQ(frmMapa().window().windowTitle(), u"Dos"_s);
+    EXPECT_EQ(frmMapa().documento.redoText(), u"poner «Soto»"_s);
+    EXPECT_FALSE(frmMapa().documento.mapaCambiado());
+}

@@ -199,15 +199,12 @@ void FrmMapa::saveAs()
         name = dialog.textValue();
     } while (!isPossibleName(name));
 
-    const bool isRenamed = name != mapa().nombre;
-    MapProperties renamed = mapa();
-    renamed.nombre = name;
-    documento.setProperties(renamed);
+    const QString before = mapa().nombre;
+    documento.rename(name);
     try {
         saveMapa();
     } catch (...) {
-        if (isRenamed)
-            documento.undo();
+        documento.rename(before);
         throw;
     }
 }

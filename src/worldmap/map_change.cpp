@@ -43,6 +43,8 @@ void MapChange::exchange(WorldMap& map)
         std::swap(static_cast<MapProperties&>(map), *properties);
     if (whole)
         std::swap(map, *whole);
+    if (keepsName_)
+        std::swap(map.nombre, whole ? whole->nombre : properties->nombre);
     done_ = !done_;
 }
 
@@ -58,6 +60,9 @@ void MapChange::leaveOutIdle(const WorldMap& map)
         properties.reset();
     if (whole && *whole == map)
         whole.reset();
+    keepsName_ = whole        ? whole->nombre == map.nombre
+                 : properties ? properties->nombre == map.nombre
+                              : false;
 }
 
 void MapChange::append(MapChange&& later)

@@ -27,7 +27,7 @@ struct MapChange {
     void setPlace(QPoint cell, const Place& place);
     void removePlace(QPoint cell) { places.push_back({cell}); }
 
-    /// Leaves out what the map has already.
+    /// Leaves out what the map has already. Its name, if that stays, is then no part of the change.
     void leaveOutIdle(const WorldMap& map);
     bool isEmpty() const { return tiles.empty() && places.empty() && !properties && !whole; }
     /// Gives the map what the change holds, and the change what the map held.
@@ -39,4 +39,6 @@ struct MapChange {
 
 private:
     bool done_ = false; ///< the cells' next exchange goes through them backwards
+    /// It came with the name that the map had, and so leaves it the one that it has by now.
+    bool keepsName_ = false;
 };

@@ -250,6 +250,12 @@ void MapDocument::setProperties(const MapProperties& properties)
     push(std::move(change), u"cambiar las propiedades"_s);
 }
 
+void MapDocument::rename(const QString& name)
+{
+    map_.nombre = name;
+    emit propertiesChanged();
+}
+
 void MapDocument::change(MapChange change, const QString& text)
 {
     if (push(std::move(change), text))

@@ -57,6 +57,9 @@ public:
     /// Paints a rectangle of cells with a tile and takes its places away.
     void clear(const QRect& cells, const QString& tile);
     void setProperties(const MapProperties& properties);
+    /// Gives the map the name that it is to be saved under from now on. This is no step, and no step
+    /// takes it back but one that changed the name itself.
+    void rename(const QString& name);
     /// Does any change, as a step of that name ("mover un lugar").
     void change(MapChange change, const QString& text);
 
