@@ -17,6 +17,11 @@ bool isRedo(const QKeyEvent& event)
     return event.keyCombination() == (Qt::CTRL | Qt::Key_Y);
 }
 
+bool isEnter(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
 } // namespace
 
 FilterBox::FilterBox(QWidget* parent) : QLineEdit(parent), count_(new QLabel(this))
@@ -50,7 +55,7 @@ bool FilterBox::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = *static_cast<QKeyEvent*>(event);
-        if (isRedo(key) || (key.key() == Qt::Key_Escape && !text().isEmpty())) {
+        if (isRedo(key) || isEnter(key) || (key.key() == Qt::Key_Escape && !text().isEmpty())) {
             event->accept();
             return true;
         }
