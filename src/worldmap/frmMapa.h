@@ -169,7 +169,7 @@ private:
     std::vector<Overlay> overlays();
     void drawOverlays(QPainter& painter);
     QRect visibleCells();
-    /// Brings status line, pointer and overlays up to what the tools are now.
+    /// Brings status line, tool tip, pointer and overlays up to what the tools and the map are now.
     void showTools();
     QString clickText();
     QString cellText() const;

@@ -16,8 +16,6 @@ void FrmMapa::imgMapa_MouseMove(QPoint position, Qt::MouseButtons held, Qt::Keyb
     mouseCell = hex::cellAt(position);
     tools_.pointerInView = ui().imgMapa->rect().contains(position);
     const QPoint cell = mapCell();
-    const Place* const place = mouseOnMap() ? mapa().placeAt(cell) : nullptr;
-    ui().imgMapa->setToolTip(place ? place->name : QString());
     ui().lblPosicion->setText(u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()));
 
     const bool left = held.testFlag(Qt::LeftButton);

@@ -54,21 +54,21 @@ void FrmMapa::editPlace(QPoint cell, QPoint dialogPosition)
         documento.setPlace(cell, place);
 }
 
-/// The place that commands are for: the one selected in the list, if that has the focus; in place
-/// mode the one under the pointer; else the one selected, unless cells are. Where there is none,
-/// the status line asks for one.
+/// The place that commands are for: the one selected in the list, if that has the focus; else, with
+/// the pointer over the view, the one under it in place mode and none in the others; else the one
+/// selected. One that the filter hides isn't meant. Where there is none, the status line asks for
+/// one.
 std::optional<QPoint> FrmMapa::placeInHand()
 {
     tools_.outcome.clear();
-    const platform::ListView& list = *ui().lvLugares;
-    const platform::ListItem* const selected = ui().lvLugares->selectedItem();
-    const bool isPointedAt =
-        accion == SetPlaces && tools_.pointerInView && mouseOnMap() && mapa().placeAt(mapCell());
-    if (isPointedAt && !(selected && list.hasFocus()))
-        return mapCell();
-    if (selected && (!tools_.selection || list.hasFocus()))
+    platform::ListView& list = *ui().lvLugares;
+    const platform::ListItem* const selected = list.selectedItem();
+    const bool isInList = selected && list.isShown(*selected);
+    if (isInList && (list.hasFocus() || !tools_.pointerInView))
         return cellOf(*selected);
     tools_.outcome = u"Elija antes un lugar en la lista"_s;
+    if (accion == SetPlaces && tools_.pointerInView && mouseOnMap() && mapa().placeAt(mapCell()))
+        return mapCell();
     showTools();
     return std::nullopt;
 }
@@ -82,9 +82,23 @@ void FrmMapa::editInHand()
 }
 
 void FrmMapa::removeInHand()
+/// In the list the next place is selected then, so that keys can remove one after the other.
 {
-    if (const std::optional<QPoint> cell = placeInHand())
-        documento.removePlace(*cell);
+    const std::optional<QPoint> cell = placeInHand();
+    if (!cell)
+        return;
+    const QString name = mapa().placeAt(*cell)->name;
+    platform::ListView& list = *ui().lvLugares;
+    QString next; // a name, as the list's order may be another one afterwards
+    if (list.hasFocus()) {
+        const int beside = list.shownBeside(lugares.positionOf(*lugares.find(name)));
+        next = beside == -1 ? QString() : lugares.at(beside).key();
+    }
+    documento.removePlace(*cell);
+    if (const platform::ListItem* const item = lugares.find(next))
+        list.select(*item);
+    tools_.outcome = u"Eliminado «%1»"_s.arg(name);
+    showTools();
 }
 
 /// The next click says where to.

@@ -248,6 +248,7 @@ void FrmMapa::loadCommands()
     commands_->dress(*ui().Toolbar);
     commands_->fill(*ui().menuBar, menus());
     QObject::connect(&documento, &MapDocument::historyChanged, &window(), [this] {
+        tools_.outcome.clear();
         commands_->update();
         showTools();
     });

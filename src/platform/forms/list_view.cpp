@@ -258,18 +258,27 @@ void ListView::filterRows(int first, int last)
     emit rowsShownChanged();
 }
 
+int ListView::shownBeside(int row) const
+{
+    int above = -1;
+    for (int other = 0; other < items_->count(); ++other) {
+        if (other == row || isRowHidden(other, {}))
+            continue;
+        if (other > row)
+            return other;
+        above = other;
+    }
+    return above;
+}
+
 void ListView::enterRows()
 {
     setFocus();
     const ListItem* const selected = selectedItem();
     if (selected && isShown(*selected))
         return;
-    for (int row = 0; row < items_->count(); ++row) {
-        if (!isRowHidden(row, {})) {
-            select(items_->at(row));
-            return;
-        }
-    }
+    if (const int first = shownBeside(-1); first != -1)
+        select(items_->at(first));
 }
 
 void ListView::reset()

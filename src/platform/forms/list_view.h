@@ -30,6 +30,9 @@ public:
     int hiddenRows() const { return hiddenRows_; }
     /// Whether the filter lets one of the list's items through.
     bool isShown(const ListItem& item) const;
+    /// The row to be seen next below a row or, where there is none, next above it; -1 if that one
+    /// is alone.
+    int shownBeside(int row) const;
     /// Gives the list the focus, with the first of the rows to be seen selected if none of them is.
     void enterRows();
 
