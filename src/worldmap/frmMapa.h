@@ -99,6 +99,7 @@ private:
     std::vector<Overlay> overlays_;   ///< as they are on the screen
     std::unique_ptr<Shown> prepared_; ///< for the map that the document is about to get
 
+    QPoint located_{-1, -1};          ///< the cell of the place that the small banner names
     void loadTiles();
     void loadPines();
     void loadBanner();
@@ -126,7 +127,7 @@ private:
     void followDocument();
     void showReplaced();
     void showTiles(const std::vector<QPoint>& cells);
-    void showPlaces(const std::vector<MapDocument::PlaceChange>& changes);
+    void showPlaces(const std::vector<MapDocument::PlaceChange>& changes, bool isNews);
     void showProperties();
     void copyView();
     std::unique_ptr<Shown> prepare(const WorldMap& map) const;
@@ -198,3 +199,4 @@ private:
 };
 
 FrmMapa& frmMapa();
+    bool isLocationStale();

@@ -17,18 +17,20 @@ void FrmMapa::showTiles(const std::vector<QPoint>& cells)
     showEdits(drawn);
 }
 
-/// Draws new pins over what is there, a road too; a cell that lost its pin is drawn anew. A place
-/// that keeps its pin changes nothing in the picture.
-void FrmMapa::showPlaces(const std::vector<MapDocument::PlaceChange>& changes)
+/// Draws new pins over what is there, a road too; a cell that lost its pin, or is as it was before,
+/// is drawn anew. A place that keeps its pin changes nothing in the picture.
+void FrmMapa::showPlaces(const std::vector<MapDocument::PlaceChange>& changes, bool isNews)
 {
     loadLugares();
+    if (isLocationStale())
+        hideLocation();
     std::vector<QPoint> drawn;
     for (const auto& [cell, pinBefore, hasNewTile] : changes) {
         const Place* const place = mapa().placeAt(cell);
         if ((place ? place->pin : QString()) == pinBefore && !hasNewTile)
             continue;
         drawn.push_back(cell);
-        if (place && pinBefore.isEmpty() && !hasNewTile) {
+        if (isNews && place && pinBefore.isEmpty() && !hasNewTile) {
             selectPin(place->pin);
             drawTile(hdcBuffer, cell.x(), cell.y());
         } else {

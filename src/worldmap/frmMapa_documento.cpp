@@ -45,8 +45,8 @@ void FrmMapa::followDocument()
     follow(&MapDocument::replaced, [this] { showReplaced(); });
     follow(&MapDocument::tilesChanged,
            [this](const std::vector<QPoint>& cells) { showTiles(cells); });
-    follow(&MapDocument::placesChanged,
-           [this](const std::vector<MapDocument::PlaceChange>& changes) { showPlaces(changes); });
+    follow(&MapDocument::placesChanged, [this](const std::vector<MapDocument::PlaceChange>& changes,
+                                               bool isNews) { showPlaces(changes, isNews); });
     follow(&MapDocument::propertiesChanged, [this] { showProperties(); });
 }
 

@@ -160,9 +160,9 @@ void FrmMapa::drawOverlays(QPainter& painter)
 
 void FrmMapa::showTools()
 {
-    const QString click = clickText();
     const Place* const place = mouseOnMap() ? mapa().placeAt(mapCell()) : nullptr;
     ui().imgMapa->setToolTip(place ? place->name : QString());
+    const QString click = clickText();
     const QString cell = cellText();
     ui().lblEstado->setText(click.isEmpty() || cell.isEmpty() ? click + cell
                                                               : click + u"  ·  "_s + cell);

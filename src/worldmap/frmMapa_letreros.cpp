@@ -139,6 +139,13 @@ void FrmMapa::hideLocation()
         piece->hide();
 }
 
+/// Whether the place that the small banner names has another name by now, or isn't there.
+bool FrmMapa::isLocationStale()
+{
+    const Place* const place = mapa().placeAt(located_);
+    return !place || place->name != ui().lblLocation->text();
+}
+
 void FrmMapa::lvLugares_DblClick()
 {
     const platform::ListItem* const place = ui().lvLugares->selectedItem();
@@ -186,6 +193,7 @@ void FrmMapa::showLocation(const QString& name, QPoint cell)
     const QSize left = controls.imgLocationLeft->sizeHint();
     const QSize right = controls.imgLocationRight->sizeHint();
     controls.lblLocation->setText(name);
+    located_ = cell;
     const int endsHalved = (left.width() + right.width()) / 2;
     const int labelWidth =
         std::max(controls.lblLocation->sizeHint().width() + 2 * locationTextMargin, endsHalved);

@@ -47,7 +47,7 @@ protected:
         change_.exchange(document_->map_);
         if (file_)
             std::swap(document_->archivo_, *file_);
-        document_->announce(change_);
+        document_->announce(change_, std::exchange(isNews_, false));
     }
     void forget() override { change_ = {}; }
     qint64 bytes() const override { return change_.bytes(); }
@@ -56,6 +56,7 @@ private:
     MapDocument* document_;
     MapChange change_;
     std::optional<platform::KnownFile> file_;
+    bool isNews_ = true; ///< until it is done
 };
 
 MapDocument::MapDocument()
@@ -169,7 +170,7 @@ void MapDocument::paintCells(std::span<const QPoint> cells, const QString& tile,
     }
     if (!change.isEmpty() && strokeStep_) {
         change.exchange(map_);
-        announce(change);
+        announce(change, true);
         strokeStep_->append(std::move(change));
     } else if (!change.isEmpty()) {
         const QString text = cellsText(verb, change.tiles.size());
@@ -272,7 +273,7 @@ bool MapDocument::push(MapChange change, const QString& text)
     return true;
 }
 
-void MapDocument::announce(const MapChange& change)
+void MapDocument::announce(const MapChange& change, bool isNews)
 {
     if (change.whole) {
         emit replaced();
@@ -291,7 +292,7 @@ void MapDocument::announce(const MapChange& change)
     if (!cells.empty())
         emit tilesChanged(cells);
     if (!places.empty())
-        emit placesChanged(places);
+        emit placesChanged(places, isNews);
     if (change.properties)
         emit propertiesChanged();
 }

@@ -57,8 +57,8 @@ public:
     /// Paints a rectangle of cells with a tile and takes its places away.
     void clear(const QRect& cells, const QString& tile);
     void setProperties(const MapProperties& properties);
-    /// Gives the map the name that it is to be saved under from now on. This is no step, and no step
-    /// takes it back but one that changed the name itself.
+    /// Gives the map the name that it is to be saved under from now on. This is no step, and no
+    /// step takes it back but one that changed the name itself.
     void rename(const QString& name);
     /// Does any change, as a step of that name ("mover un lugar").
     void change(MapChange change, const QString& text);
@@ -83,8 +83,9 @@ public:
 signals:
     /// Tiles of these cells changed, or were painted as they are.
     void tilesChanged(const std::vector<QPoint>& cells);
-    /// These cells got a place, lost one, or have another one.
-    void placesChanged(const std::vector<PlaceChange>& changes);
+    /// These cells got a place, lost one, or have another one; for the first time, or once more on
+    /// the way back or forth.
+    void placesChanged(const std::vector<PlaceChange>& changes, bool isNews);
     void propertiesChanged();
     /// A map with changes that aren't in its file is about to be replaced.
     void unsavedReplaced(const WorldMap& map);
@@ -99,7 +100,7 @@ private:
     /// Makes a change a step, and returns whether it was one.
     bool push(MapChange change, const QString& text);
     void paintCells(std::span<const QPoint> cells, const QString& tile, const QString& verb);
-    void announce(const MapChange& change);
+    void announce(const MapChange& change, bool isNews);
     void beginAnew(WorldMap map, const platform::KnownFile& file);
     void tellReplaced();
 
