@@ -22,6 +22,10 @@ void FrmMapa::imgMapa_MouseMove(QPoint position, Qt::MouseButtons held, Qt::Keyb
     if (left && !std::exchange(tools_.leftHeld, true))
         beginGesture(keys);
     tools_.leftHeld = left;
+    // Esc or another change, a step back say, ended the stroke: this drag paints nothing more.
+    const bool paints = tools_.gesture == Gesture::Stroke || tools_.gesture == Gesture::Fill;
+    if (paints && !documento.isInStroke())
+        tools_.gesture = Gesture::Used;
     if (left)
         continueGesture(position);
     showTools();

@@ -68,6 +68,7 @@ bool FrmMapa::Form_KeyDown(const QKeyEvent& event)
 /// Returns whether there was one.
 bool FrmMapa::leaveTool()
 {
+    documento.endStroke();
     if (tools_.moving || tools_.isPicking) {
         tools_.moving.reset();
         tools_.isPicking = false;

@@ -45,6 +45,7 @@ public:
     /// What is painted between these two is one step. Any other change ends a stroke, too.
     void beginStroke();
     void endStroke();
+    bool isInStroke() const { return isInStroke_; }
 
     /// Puts a place into a cell, new or in place of the one that is there.
     void setPlace(QPoint cell, const Place& place);
