@@ -66,6 +66,7 @@ void FrmMapa::pasteClipboard()
         corner = tools_.selection->topLeft();
     corner.rx() -= corner.x() % 2; // so that odd columns stay odd
     documento.paste(block, corner);
-    select(QRect(corner, QSize(block.ancho(), block.alto())) &
-           QRect(0, 0, mapa().ancho(), mapa().alto()));
+    const QRect pasted =
+        contentOf(block).translated(corner) & QRect(0, 0, mapa().ancho(), mapa().alto());
+    select(pasted.isEmpty() ? std::nullopt : std::optional(pasted));
 }

@@ -17,6 +17,18 @@ namespace {
 const QString mark = u"Kestrune, casillas de mapa"_s;
 const QString version = u" 1"_s;
 
+/// A text that map files can hold. Throws Error (BadCharacter) when it isn't one; `complaint` says
+/// what can't be done, with "%1" for the reason.
+QString storable(const QString& text, const QString& complaint)
+{
+    try {
+        platform::encodeText(text);
+    } catch (const Error& error) {
+        throw Error(error.number, complaint.arg(error.description));
+    }
+    return text;
+}
+
 } // namespace
 
 WorldMap cutOut(const WorldMap& map, const QRect& cells)
@@ -37,11 +49,17 @@ WorldMap cutOut(const WorldMap& map, const QRect& cells)
     return block;
 }
 
+QRect contentOf(const WorldMap& block)
+{
+    bool isBare = block.ancho() > 1;
+    for (int y = 0; y < block.alto(); ++y)
+        isBare = isBare && block.mapaTiles(y, 0).isEmpty() && !block.placeAt({0, y});
+    return {QPoint(isBare ? 1 : 0, 0), QPoint(block.ancho() - 1, block.alto() - 1)};
+}
+
 QString blockText(const WorldMap& block)
 {
-    QString text = mapText(block);
-    platform::encodeText(text);
-    return text;
+    return storable(mapText(block), u"No se pueden copiar las casillas: %1."_s);
 }
 
 WorldMap readBlock(const QString& text, const MapPictures& pictures)
@@ -53,12 +71,12 @@ WorldMap readBlock(const QString& text, const MapPictures& pictures)
     if (text.size() > platform::maxTextFileBytes)
         throw Error(ErrorNumber::TooLarge,
                     u"El portapapeles contiene más casillas de las que caben en un mapa."_s);
-    const platform::TextFile clipboard{u"portapapeles"_s, platform::splitLines(text)};
+    const platform::TextFile clipboard{u"El portapapeles"_s, platform::splitLines(text)};
     if (clipboard.lines.front() != mark + version)
         throw Error(ErrorNumber::BadFormat,
                     u"Las casillas del portapapeles son de otra versión del programa."_s);
     WorldMap block = readDrawableMap(clipboard, pictures);
-    platform::encodeText(text);
+    storable(text, u"No se puede pegar el texto del portapapeles: %1."_s);
     return block;
 }
 

@@ -12,6 +12,9 @@
 /// What the map holds in a rectangle of cells, as far as it lies on the map.
 WorldMap cutOut(const WorldMap& map, const QRect& cells);
 
+/// What there is in a piece: without its first column, where that holds nothing.
+QRect contentOf(const WorldMap& block);
+
 /// A piece as a text for the clipboard. Throws Error (BadCharacter) for what no map file can hold.
 QString blockText(const WorldMap& block);
 
