@@ -93,13 +93,15 @@ private:
                                 [this] { scrollMapa(); },
                                 [this] { drawMinimap(); },
                                 [this]() -> const QWidget& { return *ui().imgMapa; },
-                                [this] { ui().minimapa->setChecked(false); }};
+                                [this] { ui().minimapa->setChecked(false); },
+                                [this] { return actionsElsewhere(); },
+                                [this](const QKeyEvent& key) { return useKeyFromElsewhere(key); }};
     std::optional<platform::CommandSet> commands_;
     MapTools tools_;
     std::vector<Overlay> overlays_;   ///< as they are on the screen
+    QPoint located_{-1, -1};          ///< the cell of the place that the small banner names
     std::unique_ptr<Shown> prepared_; ///< for the map that the document is about to get
 
-    QPoint located_{-1, -1};          ///< the cell of the place that the small banner names
     void loadTiles();
     void loadPines();
     void loadBanner();
@@ -185,6 +187,8 @@ private:
     void movePlace(QPoint from, QPoint to);
     void showPlaceMenu(QPoint cell);
     void loadPlaceMenus();
+    QList<QAction*> actionsElsewhere();
+    bool useKeyFromElsewhere(const QKeyEvent& key);
 
     void showEdits(const std::vector<QPoint>& cells);
 
@@ -195,8 +199,8 @@ private:
     void centreOn(QPoint cell);
     void showLocation(const QString& name, QPoint cell);
     void hideLocation();
+    bool isLocationStale();
     std::array<QWidget*, 4> locationPieces();
 };
 
 FrmMapa& frmMapa();
-    bool isLocationStale();

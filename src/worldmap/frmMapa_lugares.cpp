@@ -9,6 +9,7 @@
 #include "worldmap/frmTiles.h"
 #include "worldmap/hex_geometry.h"
 
+#include <QKeyEvent>
 #include <QMenu>
 #include <utility>
 
@@ -66,9 +67,9 @@ std::optional<QPoint> FrmMapa::placeInHand()
     const bool isInList = selected && list.isShown(*selected);
     if (isInList && (list.hasFocus() || !tools_.pointerInView))
         return cellOf(*selected);
-    tools_.outcome = u"Elija antes un lugar en la lista"_s;
     if (accion == SetPlaces && tools_.pointerInView && mouseOnMap() && mapa().placeAt(mapCell()))
         return mapCell();
+    tools_.outcome = u"Elija antes un lugar en la lista"_s;
     showTools();
     return std::nullopt;
 }
@@ -81,8 +82,8 @@ void FrmMapa::editInHand()
     }
 }
 
-void FrmMapa::removeInHand()
 /// In the list the next place is selected then, so that keys can remove one after the other.
+void FrmMapa::removeInHand()
 {
     const std::optional<QPoint> cell = placeInHand();
     if (!cell)
@@ -149,22 +150,44 @@ void FrmMapa::showPlaceMenu(QPoint cell)
     menu->popup(QCursor::pos());
 }
 
-/// The list's context menu.
+/// What works in the palettes and in the minimap, too. The keys of places are the lists' there.
+QList<QAction*> FrmMapa::actionsElsewhere()
+{
+    QList<QAction*> actions = window().actions();
+    actions.removeIf([](const QAction* action) {
+        return placeKeys.contains(action->objectName()) || action->objectName() == u"buscarLugar"_s;
+    });
+    return actions;
+}
+
+/// A key that had no use in a palette or in the minimap, which a click there makes the active
+/// window. While places are set and the pointer is over the map, those of places are for the one
+/// there.
+bool FrmMapa::useKeyFromElsewhere(const QKeyEvent& key)
+{
+    if (Form_KeyDown(key))
+        return true;
+    if (accion != SetPlaces || !tools_.pointerInView)
+        return false;
+    const QKeyCombination keys(key.modifiers() & ~Qt::KeypadModifier, Qt::Key(key.key()));
+    for (const QString& command : placeKeys) {
+        QAction& action = (*commands_)[command];
+        if (action.shortcuts().contains(keys)) {
+            action.trigger();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The list's context menu, and what works in the palettes.
 void FrmMapa::loadPlaceMenus()
 {
     platform::ListView& list = *ui().lvLugares;
     list.setContextMenuPolicy(Qt::ActionsContextMenu);
     for (const QString& key : placeKeys)
         list.addAction(&(*commands_)[key]);
-    // A click in a palette makes it the active window; the other keys go on to work there.
-    frmTiles().keyUnused = frmPines().keyUnused = [this](const QKeyEvent& key) {
-        return Form_KeyDown(key);
-    };
-    for (QWidget* const palette : {&frmTiles().window(), &frmPines().window()}) {
-        for (QAction* const action : window().actions()) {
-            if (!placeKeys.contains(action->objectName()) &&
-                action->objectName() != u"buscarLugar"_s) // they have filters of their own
-                palette->addAction(action);
-        }
-    }
+    frmTiles().keyUnused = frmPines().keyUnused = forMinimap_.keyUnused;
+    for (QWidget* const palette : {&frmTiles().window(), &frmPines().window()})
+        palette->addActions(actionsElsewhere());
 }

@@ -43,11 +43,20 @@ void FrmMinimap::closeBox()
     dismiss();
 }
 
+bool FrmMinimap::Form_KeyDown(const QKeyEvent& event)
+{
+    return formMapa && formMapa->keyUnused && formMapa->keyUnused(event);
+}
+
 void FrmMinimap::serve(const MapWindow& map)
 {
     const MapWindow* const before = std::exchange(formMapa, &map);
     if (before && before != &map)
         before->releaseButton();
+    for (QAction* const action : window().actions())
+        window().removeAction(action);
+    if (map.actions)
+        window().addActions(map.actions());
     map.drawMinimap();
     showBeside(map.view(), 1);
     Procs::setTopmost(window().windowHandle(), true);

@@ -28,6 +28,7 @@ public:
 protected:
     void Form_Load() override;
     void closeBox() override;
+    bool Form_KeyDown(const QKeyEvent& event) override;
 
 private:
     bool serves(const MapWindow& map) const { return !formMapa || formMapa == &map; }

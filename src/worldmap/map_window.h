@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QList>
 #include <QSize>
 #include <functional>
 
+class QAction;
+class QKeyEvent;
 class QWidget;
 
 /// What the minimap knows of the map window that it serves: the size of its map in cells, the first
@@ -15,4 +18,8 @@ struct MapWindow {
     std::function<void()> drawMinimap;    ///< draw the map into the minimap
     std::function<const QWidget&()> view; ///< where the window shows its map
     std::function<void()> releaseButton;  ///< the minimap is gone, or serves another window
+    /// What can be done by shortcuts in the minimap, too.
+    std::function<QList<QAction*>()> actions{};
+    /// What becomes of a key that the minimap has no use for; returns whether it was used.
+    std::function<bool(const QKeyEvent& key)> keyUnused{};
 };
