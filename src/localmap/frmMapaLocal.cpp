@@ -31,6 +31,7 @@ void FrmMapaLocal::Form_Load()
 {
     static_cast<LocalMap&>(*this) = LocalMap();
     loadCommands();
+    ui().lvLugares->setFocus(); // not the toolbar
     platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);
     frmTilesLocales().closed = [this] {
         if (isLoaded())

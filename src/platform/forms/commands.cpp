@@ -59,8 +59,10 @@ QAction& CommandSet::operator[](const QString& key) const
 void CommandSet::dress(QToolBar& toolbar) const
 {
     for (QAction* const action : toolbar.actions()) {
-        if (!action->isSeparator())
-            action->setIcon(pixelIcon({QImage(u":/pictures/%1.gif"_s.arg(action->objectName()))}));
+        if (action->isSeparator())
+            continue;
+        action->setIcon(pixelIcon({QImage(u":/pictures/%1.gif"_s.arg(action->objectName()))}));
+        toolbar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     }
 }
 

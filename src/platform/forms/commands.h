@@ -49,7 +49,7 @@ public:
 
     /// The action of a command of the set.
     QAction& operator[](const QString& key) const;
-    /// Puts pictures on a toolbar's actions.
+    /// Puts pictures on a toolbar's actions, and lets the Tab key come to its buttons.
     void dress(QToolBar& toolbar) const;
     /// Fills a menu bar. Its menus are named "menu" and their title.
     void fill(QMenuBar& bar, const std::vector<Menu>& menus) const;
