@@ -95,7 +95,9 @@ void FrmManual::belongTo(const QWidget* dialog)
 {
     QWindow* const owner = dialog ? dialog->windowHandle() : nullptr;
     const QWindow* const own = window().windowHandle();
-    if ((own ? own->transientParent() : nullptr) == owner)
+    const bool isOnTop = window().windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+    // A dialog that is gone left the manual without an owner, but above all windows.
+    if ((own ? own->transientParent() : nullptr) == owner && isOnTop == (dialog != nullptr))
         return;
     hide();
     window().setWindowFlag(Qt::WindowStaysOnTopHint, dialog);
@@ -117,6 +119,8 @@ void FrmManual::pageShown()
 
 bool FrmManual::Form_KeyDown(const QKeyEvent& event)
 {
+    if (event.key() == Qt::Key_F1)
+        return true; // it is shown already, and stays at its page
     const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (isEnter && window().focusWidget() == ui().txtBuscar) {
         find(event.modifiers().testFlag(Qt::ShiftModifier));

@@ -1,5 +1,6 @@
 // The document commands of the map window: new, open and save.
 
+#include "app/frmManual.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/placement.h"
@@ -15,6 +16,7 @@
 
 #include <QInputDialog>
 #include <QLineEdit>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -193,6 +195,9 @@ void FrmMapa::saveAs()
             box->setObjectName(u"txtNombre"_s);
             platform::guardText(*box);
         }
+        const QShortcut help(QKeySequence(Qt::Key_F1), &dialog);
+        QObject::connect(&help, &QShortcut::activated, &dialog,
+                         [&] { frmManual().showFor(dialog.objectName()); });
         platform::putAboveActiveWindow(dialog);
         if (dialog.exec() != QDialog::Accepted)
             return;
