@@ -451,7 +451,7 @@ TEST_F(MapEditTest, WindowsFollowUndoAsAFullRedrawWould)
     boxes.expect(platform::MsgBox::Answer::No);
     press(ui.generar);
     EXPECT_EQ(ui.menuBar->findChild<QMenu*>(u"menuEdición"_s)->actions().first()->text(),
-              u"&Deshacer generar un mapa"_s);
+              u"&Deshacer generar un mundo"_s);
     frmMapa().show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&frmMapa().window()));
     QTest::keySequence(&frmMapa().window(), QKeySequence(u"Ctrl+Z"_s));

@@ -92,7 +92,7 @@ void MapDocument::generate(WorldMap map)
     tellReplaced();
     MapChange change;
     change.whole = std::move(map);
-    push(std::move(change), u"generar un mapa"_s);
+    push(std::move(change), u"generar un mundo"_s);
     mapaCambiado_ = true;
 }
 
