@@ -45,6 +45,7 @@ TEST_F(LocalWindowTest, GeneratingAsksOnlyAboutAChangedMap)
     EXPECT_EQ(ui.frameLugares->pos(), QPoint(ui.frameMapa->width() + 8, menus + 24));
     EXPECT_EQ(ui.lvLugares->geometry(), QRect(8, 16, 137, ui.frameMapa->height() - 24));
     EXPECT_EQ(ui.imgMapa->geometry(), QRect(QPoint(8, 24), ui.frameMapa->size() - QSize(16, 32)));
+    EXPECT_EQ(frmMapaLocal().window().focusWidget(), ui.lvLugares);
     const QImage empty = view();
     for (QAction* const idle : {ui.nuevo, ui.abrir, ui.guardar, ui.propiedades, ui.pines}) {
         EXPECT_FALSE(idle->isEnabled());
@@ -95,6 +96,10 @@ TEST_F(LocalWindowTest, TheMinimapServesTheWindowThatShowedItLast)
 
     push(ui.minimapa);
     EXPECT_FALSE(frmMapa().ui().minimapa->isChecked());
+    EXPECT_TRUE(frmMinimap().window().actions().isEmpty()) << "none of the world map's";
+    press(frmMapa().ui().pines);
+    QTest::keyClick(&frmMinimap().window(), Qt::Key_Escape);
+    EXPECT_EQ(frmMapa().accion, SetPlaces);
     EXPECT_EQ(picture.size(), QSize(177, 177));
     platform::MemoryDC reduced(177, 177);
     reduced.StretchBlt(0, 0, 177, 177, frmMapaLocal().hdcBuffer, 0, 0, 1600, 1600,

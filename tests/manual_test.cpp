@@ -89,6 +89,19 @@ TEST_F(ManualTest, OpensAtThePageOfTheWindowAndGoesBack)
     EXPECT_EQ(page(), u"catalogo"_s);
     EXPECT_TRUE(frmManual().isVisible());
     EXPECT_EQ(frmManual().window().windowHandle()->transientParent(), nullptr);
+    QTest::keyClick(ui().txtManual, Qt::Key_F1);
+    EXPECT_EQ(page(), u"catalogo"_s) << "its own window has no page";
+    duringModal([] { frmMapa().window().findChild<QAction*>(u"guardarComo"_s)->trigger(); },
+                [] {
+                    QWidget& dialog = *QApplication::activeModalWidget();
+                    QApplication::setActiveWindow(&dialog);
+                    QTest::keyClick(dialog.findChild<QLineEdit*>(u"txtNombre"_s), Qt::Key_F1);
+                    EXPECT_EQ(page(), u"mapa"_s);
+                    dialog.close();
+                });
+    frmManual().showFor(u"frmMapa"_s);
+    EXPECT_TRUE(frmManual().isVisible());
+    EXPECT_FALSE(frmManual().window().windowFlags().testFlag(Qt::WindowStaysOnTopHint));
 }
 
 TEST_F(ManualTest, LaysOutEveryLineWhateverTheWindowsSize)

@@ -236,6 +236,122 @@ TEST_F(MapToolsTest, PlacesAreMovedRemovedAndGivenOtherPins)
     }
 }
 
+TEST_F(MapToolsTest, CommandsAreForThePlaceThatIsMeant)
+{
+    for (int i = 0; i < 5; ++i)
+        addPlace({2 * i, 4}, u"L%1"_s.arg(i));
+    platform::ListView& list = *frmMapa().ui().lvLugares;
+    platform::FilterBox& box = *frmMapa().ui().txtFiltroLugares;
+    QWidget& view = *frmMapa().ui().imgMapa;
+    const auto remove = [&](QWidget& focus) {
+        focus.setFocus();
+        key(Qt::Key_Delete);
+        return frmMapa().lugares.count();
+    };
+    const auto selected = [&] {
+        return list.selectedItem() ? list.selectedItem()->text() : u"-"_s;
+    };
+    choose(&list, 1);
+    box.setText(u"L3"_s);
+    EXPECT_EQ(remove(list), 5) << "it can't be seen";
+    EXPECT_TRUE(status().startsWith(u"Elija antes un lugar"_s));
+    QKeyEvent enter(QEvent::ShortcutOverride, Qt::Key_Return, {});
+    enter.ignore();
+    QCoreApplication::sendEvent(&box, &enter);
+    EXPECT_TRUE(enter.isAccepted()) << "it leads to the rows";
+    box.clear();
+
+    // A run of removals in the list.
+    EXPECT_EQ(remove(list), 4);
+    EXPECT_EQ(status(), u"Eliminado «L1»"_s);
+    EXPECT_EQ(selected(), u"L2"_s);
+    choose(&list, 3);
+    EXPECT_EQ(remove(list), 3);
+    EXPECT_EQ(selected(), u"L3"_s) << "the last one";
+    EXPECT_TRUE(list.hasFocus());
+    action("deshacer").trigger();
+    EXPECT_EQ(status(), QString()) << "it is there again";
+    action("deshacer").trigger();
+
+    // With the pointer over the view none but the one under it, while places are set.
+    hover(4, 4);
+    EXPECT_EQ(remove(view), 5);
+    press(frmMapa().ui().pines);
+    hover(5, 9);
+    EXPECT_EQ(remove(view), 5);
+    hover(4, 4);
+    EXPECT_EQ(view.toolTip(), u"L2"_s);
+    EXPECT_EQ(remove(view), 4);
+    EXPECT_EQ(view.toolTip(), QString());
+    selectCells({20, 20}, {21, 21});
+    click(8, 4, Qt::RightButton);
+    ASSERT_TRUE(QApplication::activePopupWidget());
+    QApplication::activePopupWidget()->close();
+    action("eliminarLugar").trigger();
+    EXPECT_EQ(cellOf("L4"), QPoint(-1, -1)) << "it is that pin's menu";
+}
+
+TEST_F(MapToolsTest, TheBannerOfAPlaceGoesWithIt)
+{
+    addPlace({4, 4}, u"Soto"_s);
+    addPlace({8, 6}, u"Vado"_s);
+    platform::ListView& list = *frmMapa().ui().lvLugares;
+    MapDocument& document = frmMapa().documento;
+    const auto isShownAfter = [&](const std::function<void()>& edit) {
+        choose(&list, 0);
+        emit list.doubleClicked(list.currentIndex());
+        EXPECT_TRUE(frmMapa().ui().lblLocation->isVisible());
+        edit();
+        return frmMapa().ui().lblLocation->isVisible();
+    };
+    EXPECT_FALSE(isShownAfter([&] { document.movePlace({4, 4}, {4, 5}); }));
+    EXPECT_FALSE(isShownAfter([&] { document.undo(); }));
+    EXPECT_FALSE(isShownAfter([&] { addPlace({4, 4}, u"Otero"_s); }));
+    EXPECT_FALSE(isShownAfter([&] { document.removePlace({4, 4}); }));
+    document.undo();
+    EXPECT_TRUE(isShownAfter([&] { document.setPin({4, 4}, u"Castillo"_s); }));
+    EXPECT_TRUE(isShownAfter([&] { document.removePlace({8, 6}); }));
+}
+
+TEST_F(MapToolsTest, ADragThatIsBrokenOffPaintsNothingMore)
+{
+    press(frmMapa().ui().tiles);
+    chooseTile(u"T1"_s);
+    for (const bool isFilling : {false, true}) {
+        if (isFilling) {
+            action("rellenar").trigger();
+            chooseTile(u"B1"_s);
+        }
+        for (const auto& breakOff : std::initializer_list<std::function<void()>>{
+                 [] {
+                     addPlace({20, 20}, u"Soto"_s);
+                 },
+                 [] { key(Qt::CTRL | Qt::Key_Z); }, [] { key(Qt::Key_Escape); }}) {
+            ASSERT_EQ(frmMapa().accion, PaintTiles);
+            send(QEvent::MouseButtonPress, inView(4, 4), Qt::LeftButton, Qt::LeftButton);
+            breakOff();
+            const WorldMap before = frmMapa().mapa();
+            send(QEvent::MouseMove, inView(8, 4), Qt::NoButton, Qt::LeftButton);
+            send(QEvent::MouseMove, inView(4, 4), Qt::NoButton, Qt::LeftButton);
+            send(QEvent::MouseButtonRelease, inView(4, 4), Qt::LeftButton, {});
+            EXPECT_TRUE(frmMapa().mapa() == before);
+        }
+        press(frmMapa().ui().tiles);
+    }
+}
+
+TEST_F(MapToolsTest, PinsThatComeBackAreDrawnAsTheWholeMapIs)
+{
+    addPlace({4, 4}, u"Soto"_s);
+    workspace.pictures.colMascarasTiles[u"M1"_s] = SIN_MASCARA; // covers what lies below
+    frmMapa().renderMapa();
+    frmMapa().drawMinimap();
+    frmMapa().scrollMapa();
+    frmMapa().documento.removePlace({4, 4});
+    action("deshacer").trigger();
+    expectPixelsOfFullRedraw();
+}
+
 TEST_F(MapToolsTest, CellsAreCarriedWithinAndBetweenMaps)
 {
     std::mt19937 engine(3);
@@ -275,6 +391,9 @@ TEST_F(MapToolsTest, CellsAreCarriedWithinAndBetweenMaps)
         }
         key(Qt::CTRL | Qt::Key_V);
         expectPasted(corner);
+        EXPECT_TRUE(status().startsWith(u"%1 × %2 casillas"_s.arg(std::min(4, 50 - corner.x()))
+                                            .arg(std::min(5, 50 - corner.y()))))
+            << qPrintable(status());
         const bool hasPlaces = corner.x() < 49;
         EXPECT_EQ(cellOf("Soto 2"), hasPlaces || corner.x() == 49 ? corner : QPoint(-1, -1));
         EXPECT_EQ(cellOf("Vado 2"), hasPlaces ? corner + QPoint(2, 3) : QPoint(-1, -1));
@@ -328,6 +447,8 @@ TEST_F(MapToolsTest, AForeignClipboardChangesNothing)
         boxes.expect();
         action("pegar").trigger();
         EXPECT_TRUE(frmMapa().mapa() == before) << qPrintable(text.left(200));
+        EXPECT_TRUE(boxes.asked().back().text.front().isUpper())
+            << qPrintable(boxes.asked().back().text);
     }
     EXPECT_FALSE(frmMapa().documento.canUndo());
 }
@@ -392,6 +513,45 @@ TEST_F(MapToolsTest, KeysWorkInThePalettesToo)
     EXPECT_TRUE(action("rellenar").isChecked());
     QTest::keyClick(frmTiles().ui().lvTiles, Qt::Key_Escape);
     EXPECT_EQ(frmMapa().accion, NoEditing);
+
+    // The keys of places, with the pointer over one.
+    addPlace({4, 4}, u"Soto"_s);
+    press(frmMapa().ui().pines);
+    frmPines().window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frmPines().window()));
+    choose(frmMapa().ui().lvLugares, 0);
+    leave();
+    QTest::keyClick(frmPines().ui().lvPines, Qt::Key_Delete);
+    EXPECT_EQ(frmMapa().lugares.count(), 1);
+    hover(4, 4);
+    QTest::keyClick(frmPines().ui().lvPines, Qt::Key_Delete, Qt::KeypadModifier);
+    EXPECT_EQ(frmMapa().lugares.count(), 0);
+
+    press(frmMapa().ui().minimapa);
+    frmMinimap().window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&frmMinimap().window()));
+    QTest::keyClick(&frmMinimap().window(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(frmMapa().lugares.count(), 1);
+    QTest::keyClick(&frmMinimap().window(), Qt::Key_Escape);
+    EXPECT_EQ(frmMapa().accion, NoEditing);
+}
+
+TEST_F(MapToolsTest, TheTabKeyComesToTheToolbar)
+{
+    QWidget& window = frmMapa().window();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    press(frmMapa().ui().tiles);
+    press(frmMapa().ui().tiles);
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(frmMapa().ui().imgMapa->hasFocus()) << "at first, and after clicks";
+    const QWidget* const roads = frmMapa().ui().Toolbar->widgetForAction(frmMapa().ui().caminos);
+    for (int i = 0; i < 30 && !roads->hasFocus(); ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_TRUE(roads->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(frmMapa().accion, DrawRoads);
 }
 
 TEST_F(MapToolsTest, RoadModeSaysWhatIsMissingAndWhatItCost)

@@ -324,21 +324,22 @@ private:
         const bool isClick = button == Qt::LeftButton && map.rect().contains(way.back());
         EXPECT_EQ(in<QLabel>(u"frmMapa"_s, u"lblPosicion"_s)->text(),
                   u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()));
-        const auto place = expected_.places.find({cell.y(), cell.x()});
-        const bool isPlace = isOnMap(cell) && place != expected_.places.end();
-        EXPECT_EQ(map.toolTip(), isPlace ? place->second[1] : QString());
         if (frmMapa().accion == DrawRoads)
             isStale_ = true;
         else if (frmMapa().accion == PaintTiles && button == Qt::LeftButton)
             expectPainted(way, isClick);
         else if (frmMapa().accion == SetPlaces && isClick && isOnMap(cell))
             expectPlace(hex::cellAt(way.front()) + firstCell(), cell);
+        const auto place = expected_.places.find({cell.y(), cell.x()});
+        const bool isPlace = isOnMap(cell) && place != expected_.places.end();
+        EXPECT_EQ(map.toolTip(), isPlace ? place->second[1] : QString());
     }
 
     /// Keys and the menu of a place change places, too; the document is taken at its word.
     void usedKey(const QWidget& form) override
     {
-        if (form.objectName() != u"frmMapa"_s)
+        static const QStringList forms{u"frmMapa"_s, u"frmTiles"_s, u"frmPines"_s, u"frmMinimap"_s};
+        if (!forms.contains(form.objectName()))
             return;
         expected_ = documentOf(frmMapa().mapa());
         dialog_.clear();
