@@ -189,6 +189,11 @@ TEST(MapFile, RefusesToWriteWhatItCouldNotReadBack)
             m.mapaPines[{0, 0}] = {u"Aldea"_s, u"A\nB"_s, {}};
         },
         u"un salto de línea"_s);
+    WorldMap nameless = good;
+    nameless.mapaPines[{0, 0}] = {u"Aldea"_s, {}, u"notas"_s};
+    expectError([&] { saveMapFile(nameless); }, ErrorNumber::BadFormat,
+                {u"no se podría volver a leer"_s, u"no tiene nombre"_s});
+    EXPECT_EQ(app.read(file), bytes);
 
     for (const auto& name :
          {u"a/b"_s, u"a\\b"_s, u"¿qué?"_s, u"x;y"_s, u"nul"_s, u"com7"_s, u" a"_s, u"a."_s, u".."_s,

@@ -147,12 +147,6 @@ private:
     bool renamed_ = false;
 };
 
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 /// Whether an error says that this folder, or this user, may not do what was tried.
 bool isForbidden(const std::error_code& error)
 {
@@ -210,7 +204,7 @@ bool replaceFile(const QString& path, const QByteArray& bytes, const OnReplaced&
     if (old.exists())
         file.setPermissions(old.permissions());
     if (onReplaced && old.exists() && fresh.exchangeWith(target)) {
-        onReplaced(contentOf(file.fileName()));
+        onReplaced(file.fileName());
     } else if (const std::error_code error = fresh.renameTo(target)) {
         if (isForbidden(error))
             return false;

@@ -17,14 +17,14 @@ Error unwritable(const QString& path, const QString& reason);
 /// isn't there.
 QString replaceableFile(const QString& path);
 
-/// Takes the bytes of a file that was replaced.
-using OnReplaced = std::function<void(const QByteArray& old)>;
+/// Is shown a file that was replaced, under another name, before it goes.
+using OnReplaced = std::function<void(const QString& oldFile)>;
 
 /// Puts bytes into a file so that a failure or a crash leaves the old file, or none, whole: a new
 /// file beside it is filled, brought to the disk, read back and renamed over it, then the folder
-/// too is brought to the disk. What the file held to the last moment goes to onReplaced, even what
-/// another program wrote meanwhile. Returns false, with nothing done, where the folder takes no new
-/// file. Throws Error (FileUnwritable).
+/// too is brought to the disk. Where the system can exchange files, onReplaced is shown the old one
+/// as it was to the last moment, with what another program wrote meanwhile. Returns false, with
+/// nothing done, where the folder takes no new file. Throws Error (FileUnwritable).
 bool replaceFile(const QString& path, const QByteArray& bytes, const OnReplaced& onReplaced = {});
 
 /// Puts bytes into a file that is there, in place: a crash can leave a mixture, a full disk can't,

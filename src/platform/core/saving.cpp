@@ -60,16 +60,16 @@ public:
     {
     }
 
-    /// Keeps it, if it is to be kept. What was given before isn't kept again.
+    /// Keeps it, if it is to be kept. What was kept before isn't kept again.
     void keep(const QByteArray& old)
     {
-        if (old == bytes_ || old == seen_)
+        if (old == bytes_ || old == kept_)
             return;
-        seen_ = old;
         const bool isOurs = contentDigest(old) == known_.digest;
         if (isOurs && keptLately(path_))
             return;
         const QString version = keepVersion(path_, old);
+        kept_ = old;
         if (!isOurs)
             tellOf(version);
     }
@@ -92,7 +92,7 @@ private:
     const QByteArray& bytes_;
     const KnownFile& known_;
     Saved& saved_;
-    QByteArray seen_;
+    QByteArray kept_;
 };
 
 } // namespace
@@ -121,21 +121,24 @@ Saved saveFile(const QString& path, const QByteArray& bytes, KnownFile& known)
 {
     Saved saved;
     ReplacedContent replaced(path, bytes, known, saved);
-    const auto keep = [&](const auto& content) {
+    QString problem;
+    const auto keep = [&](const QString& file) {
+        problem.clear();
         try {
-            replaced.keep(content());
+            replaced.keep(readFile(file, anySize));
         } catch (const Error& error) {
-            saved.notices.append(
+            problem =
                 u"No se ha podido guardar en «respaldo» la versión anterior de «%1». %2"_s.arg(
-                    displayPath(path), error.description));
+                    displayPath(path), error.description);
         }
     };
     const QString target = replaceableFile(path);
     if (QFileInfo::exists(target))
-        keep([&] { return readFile(target, anySize); });
-    // Another program may have written since.
-    saved.notices +=
-        writeFileAtomically(path, bytes, [&](const QByteArray& old) { keep([&] { return old; }); });
+        keep(target);
+    // Again when it was replaced: another program may have written since.
+    saved.notices += writeFileAtomically(path, bytes, keep);
+    if (!problem.isEmpty())
+        saved.notices.append(problem);
     known = {path, contentDigest(bytes)};
     return saved;
 }
