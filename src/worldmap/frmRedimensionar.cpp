@@ -6,7 +6,6 @@
 #include "worldmap/hex_geometry.h"
 #include "worldmap/map_resize.h"
 
-#include <QHash>
 #include <QPainter>
 #include <algorithm>
 
@@ -16,46 +15,6 @@ namespace {
 
 constexpr int longestSide = 32767;
 constexpr qreal cutOpacity = 0.3;
-
-/// The average colour of a tile's icon, but for the black around it.
-QColor colourOf(const QString& tile)
-{
-    const Palette& tiles = workspace().tiles;
-    const platform::ListItem* const item = tiles.items.find(tile);
-    const QImage icon = item ? tiles.images.at(item->icon()) : QImage();
-    int sums[3] = {};
-    int count = 0;
-    for (int y = 0; y < icon.height(); ++y) {
-        for (int x = 0; x < icon.width(); ++x) {
-            const QRgb pixel = icon.pixel(x, y);
-            if (qAlpha(pixel) == 0 || (pixel & RGB_MASK) == 0)
-                continue;
-            sums[0] += qRed(pixel);
-            sums[1] += qGreen(pixel);
-            sums[2] += qBlue(pixel);
-            ++count;
-        }
-    }
-    return count == 0 ? QColor(Qt::black)
-                      : QColor(sums[0] / count, sums[1] / count, sums[2] / count);
-}
-
-/// The map, a pixel a cell.
-QImage pixelACell(const WorldMap& map)
-{
-    QImage picture(map.ancho(), map.alto(), QImage::Format_RGB32);
-    QHash<QString, QRgb> colours;
-    for (int y = 0; y < map.alto(); ++y) {
-        for (int x = 0; x < map.ancho(); ++x) {
-            const QString& tile = map.mapaTiles(y, x);
-            auto colour = colours.constFind(tile);
-            if (colour == colours.constEnd())
-                colour = colours.insert(tile, colourOf(tile).rgb());
-            picture.setPixel(x, y, *colour);
-        }
-    }
-    return picture;
-}
 
 } // namespace
 
@@ -100,7 +59,8 @@ std::optional<FrmRedimensionar::Answer> FrmRedimensionar::ask(const WorldMap& ma
     }
     controls.cmbTile->setCurrentIndex(std::max(0, controls.cmbTile->findData(tile)));
     controls.txtArriba->setFocus();
-    small_ = pixelACell(map);
+    colours_ = tileColours(tiles);
+    small_ = pixelACell(map, colours_);
     map_ = &map;
     showOutcome();
     showModal();
@@ -159,7 +119,8 @@ void FrmRedimensionar::drawPreview()
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (after.isValid())
-        painter.fillRect(onPicture(after), colourOf(ui().cmbTile->currentData().toString()));
+        painter.fillRect(onPicture(after),
+                         QColor(colours_.value(ui().cmbTile->currentData().toString())));
     painter.setOpacity(cutOpacity);
     painter.drawImage(onPicture(before), small_);
     painter.setOpacity(1);

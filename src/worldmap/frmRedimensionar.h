@@ -2,9 +2,8 @@
 
 #include "platform/forms/form.h"
 #include "ui_frmRedimensionar.h"
-#include "worldmap/world_map.h"
+#include "worldmap/map_miniature.h"
 
-#include <QImage>
 #include <QMargins>
 #include <optional>
 
@@ -32,7 +31,8 @@ private:
     void cmdAceptar_Click();
 
     const WorldMap* map_ = nullptr; ///< while it is asked about
-    QImage small_;                  ///< the map, a pixel a cell
+    TileColours colours_;
+    QImage small_; ///< the map, a pixel a cell
 };
 
 FrmRedimensionar& frmRedimensionar();
