@@ -1,5 +1,6 @@
 #include "app/frmAbout.h"
 #include "app/frmManual.h"
+#include "app/frmVersiones.h"
 #include "app/start.h"
 #include "catalogue/frmArmaduras.h"
 #include "catalogue/frmArmas.h"
@@ -147,6 +148,7 @@ TEST_F(StartTest, EveryWindowHoldsTheHouseRules)
     for (const Known& known :
          {Known{frmAbout(), u"frmAbout"_s, u"Acerca de Kestrune"_s},
           Known{frmManual(), u"frmManual"_s, u"Manual de Kestrune"_s},
+          Known{frmVersiones(), u"frmVersiones"_s, u"Versiones anteriores"_s},
           Known{frmPrinc(), u"frmPrinc"_s, u"Kestrune"_s},
           Known{frmArmas(), u"frmArmas"_s, {}},
           Known{frmArmaduras(), u"frmArmaduras"_s, {}},

@@ -22,6 +22,7 @@ QString pageOf(const QString& window)
         {u"frmPrinc"_s, u"catalogo"_s},       {u"frmArmas"_s, u"catalogo"_s},
         {u"frmArmaduras"_s, u"catalogo"_s},   {u"frmEquipo"_s, u"catalogo"_s},
         {u"frmConjuros"_s, u"catalogo"_s},    {u"frmListaImagenes"_s, u"catalogo"_s},
+        {u"frmVersiones"_s, u"archivos"_s},
     };
     const auto page = pages.find(window);
     return page == pages.end() ? u"mapa"_s : page->second;

@@ -41,16 +41,22 @@ int addPicture(Catalogue& catalogue, const QString& key, const QString& image,
     return catalogue.pictures.add(key, picture.image, picture.path);
 }
 
+/// A record's field. Throws Error when the record is too short for it.
+const QString& fieldOf(const CatalogueKind& kind, const QStringList& fields, std::size_t position)
+{
+    if (position >= static_cast<std::size_t>(fields.size()))
+        throw Error(ErrorNumber::BadFormat,
+                    u"falta el dato «%1» (hay %2 de %3)"_s.arg(kind.fields[position].key)
+                        .arg(fields.size())
+                        .arg(kind.fields.size()));
+    return fields[static_cast<qsizetype>(position)];
+}
+
 void loadRecord(Catalogue& catalogue, const QStringList& fields, LoadedPictures& loaded)
 {
     const CatalogueKind& kind = catalogue.kind;
     const auto field = [&](std::size_t position) -> const QString& {
-        if (position >= static_cast<std::size_t>(fields.size()))
-            throw Error(ErrorNumber::BadFormat,
-                        u"falta el dato «%1» (hay %2 de %3)"_s.arg(kind.fields[position].key)
-                            .arg(fields.size())
-                            .arg(kind.fields.size()));
-        return fields[static_cast<qsizetype>(position)];
+        return fieldOf(kind, fields, position);
     };
 
     checkRoom(catalogue);
@@ -92,6 +98,19 @@ void stopAt(std::size_t line, const Error& error, Catalogue& catalogue, const Te
         catalogue.unread = unreadFrom(catalogue, file, line);
         throw;
     }
+}
+
+/// The item of a record, without its icon; fields that the record lacks are empty.
+ListItem::Contents itemOf(const CatalogueKind& kind, const QStringList& fields)
+{
+    ListItem::Contents item{kind.itemKey(fields.first(), fields.value(1)), fields.first(), 0, {}};
+    for (std::size_t position = 1; position < kind.fields.size(); ++position) {
+        const QString& name = kind.fields[position].key;
+        const QString field = fields.value(static_cast<qsizetype>(position));
+        item.subItems.push_back(
+            {name, name == notesField ? platform::notesFromFile(field) : field});
+    }
+    return item;
 }
 
 /// A field that would break its line can't be written. A ";" in it only makes further fields.
@@ -238,19 +257,32 @@ std::vector<ListItem::Contents> draftItems(const CatalogueKind& kind, const Text
     for (std::size_t i = 1; i < file.lines.size(); ++i) {
         if (file.lines[i].isEmpty())
             continue;
-        const QStringList fields = file.lines[i].split(separator);
-        ListItem::Contents item{
-            kind.itemKey(fields.first(), fields.value(1)), fields.first(), 0, {}};
+        ListItem::Contents item = itemOf(kind, file.lines[i].split(separator));
         while (keys.contains(item.key))
             item.key += u'\'';
         keys.insert(item.key);
-        for (std::size_t position = 1; position < kind.fields.size(); ++position) {
-            const QString& name = kind.fields[position].key;
-            const QString field = fields.value(static_cast<qsizetype>(position));
-            item.subItems.push_back(
-                {name, name == notesField ? platform::notesFromFile(field) : field});
-        }
         items.push_back(std::move(item));
+    }
+    return items;
+}
+
+std::vector<ListItem::Contents> fileItems(const CatalogueKind& kind, const TextFile& file)
+{
+    std::vector<ListItem::Contents> items;
+    QSet<QString> keys;
+    for (std::size_t i = 0; i < file.lines.size(); ++i) {
+        if (file.lines[i].isEmpty() || file.lines[i].startsWith(commentMark))
+            continue;
+        const QStringList fields = file.lines[i].split(separator);
+        try {
+            fieldOf(kind, fields, kind.fields.size() - 1);
+            items.push_back(itemOf(kind, fields));
+            if (keys.contains(items.back().key))
+                throw platform::duplicateKey(items.back().key);
+        } catch (const Error& error) {
+            throw file.errorAt(i, error.description, error.number);
+        }
+        keys.insert(items.back().key);
     }
     return items;
 }

@@ -49,6 +49,10 @@ inline constexpr QChar commentMark = u'#';
 /// comments do are items, too, but for the first; one whose key is taken gets another.
 std::vector<platform::ListItem::Contents> draftItems(const CatalogueKind& kind,
                                                      const platform::TextFile& file);
+/// The items of a kind's file, without their icons, by the rules of loadCatalogue. Throws Error at
+/// the first fault; its text names file, line and reason.
+std::vector<platform::ListItem::Contents> fileItems(const CatalogueKind& kind,
+                                                    const platform::TextFile& file);
 /// The text of a kind's file with these items, without the checks of saving; draftItems has them
 /// back.
 QString catalogueDraft(const CatalogueKind& kind,

@@ -1,5 +1,6 @@
 #include "catalogue/frmPrinc.h"
 
+#include "app/frmVersiones.h"
 #include "catalogue/frmArmaduras.h"
 #include "catalogue/frmArmas.h"
 #include "catalogue/frmConjuros.h"
@@ -128,6 +129,15 @@ void FrmPrinc::TabStrip_Click(int tab)
     commands_->update();
 }
 
+void FrmPrinc::showPage(const CatalogueDocument& document)
+{
+    show(); // loads the pages
+    for (std::size_t i = 0; i < pages_.size(); ++i) {
+        if (pages_[i].document == &document)
+            ui().TabStrip->setCurrentIndex(static_cast<int>(frames_.size() - pages_.size() + i));
+    }
+}
+
 void FrmPrinc::turnPage(int step)
 {
     const int tabs = ui().TabStrip->count();
@@ -164,5 +174,6 @@ void FrmPrinc::save(CatalogueDocument& catalogue)
         const SavedCatalogue saved = catalogue.save([] { frmProgreso().advance(); });
         ui().lblEstado->setText(u"Guardado: "_s + catalogue.kind().counted(saved.records));
         ui().avisos->tell(saved.notices);
+        tellOfOther(*ui().avisos, catalogue.file().path, saved.other);
     });
 }

@@ -18,6 +18,9 @@ public:
     void cmdGuardarEquipo_Click() { save(workspace().equipo); }
     void cmdGuardarConjuros_Click() { save(workspace().conjuros); }
 
+    /// Shows the window with the page of a catalogue.
+    void showPage(const CatalogueDocument& document);
+
 protected:
     void Form_Load() override;
     void Form_Unload() override;

@@ -2,6 +2,7 @@
 
 #include "app/frmAbout.h"
 #include "app/frmManual.h"
+#include "app/frmVersiones.h"
 #include "catalogue/frmPrinc.h"
 #include "localmap/frmMapaLocal.h"
 #include "worldmap/frmMapa.h"
@@ -31,7 +32,7 @@ std::vector<platform::Menu> menus()
     for (int tab = 0; tab < pageTexts().size(); ++tab)
         pages.keys.append(pageKey(tab));
     pages.keys += {{}, u"paginaSiguiente"_s, u"paginaAnterior"_s};
-    return {{u"&Archivo"_s, {u"guardar"_s}},
+    return {{u"&Archivo"_s, {u"guardar"_s, u"versiones"_s}},
             {u"&Edición"_s,
              {u"deshacer"_s,
               u"rehacer"_s,
@@ -64,6 +65,10 @@ std::vector<platform::Command> FrmPrinc::itemCommands()
                  return page() ? u"&Guardar "_s + page()->document->kind().manyItems
                                : u"&Guardar"_s;
              }},
+        {.key = u"versiones"_s,
+         .text = u"&Versiones anteriores…"_s,
+         .run = [this](bool) { frmVersiones().showFor(cataloguePath(page()->document->kind())); },
+         .isPossible = hasPage},
         {.key = u"deshacer"_s,
          .text = u"&Deshacer"_s,
          .shortcuts = {QKeySequence(u"Ctrl+Z"_s)},

@@ -46,6 +46,11 @@ public:
     /// Writes the document to its file, or tells the user that it needs a name. Throws Error.
     void saveMapa();
 
+    /// Replaces the document with what a file holds, as a step of that name, and returns whether
+    /// that changed anything. The document's own file stays. Throws Error, with the document as it
+    /// was.
+    bool bringBack(const QString& version, const QString& step);
+
     /// Makes a black back buffer for the current size and clears the map's picture.
     void crearBuffer();
     /// Draws the whole document into the back buffer.

@@ -1,6 +1,7 @@
 // The document commands of the map window: new, open and save.
 
 #include "app/frmManual.h"
+#include "app/frmVersiones.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/placement.h"
@@ -155,6 +156,17 @@ void FrmMapa::openMapa()
                                       "Cámbielo en sus propiedades."_s.arg(*problem)));
 }
 
+bool FrmMapa::bringBack(const QString& version, const QString& step)
+{
+    const platform::WaitCursor wait;
+    WorldMap map = readDrawableMap(platform::readTextFile(version), workspace().pictures);
+    if (map == mapa())
+        return false;
+    prepared_ = prepare(map);
+    setAccion(NoEditing);
+    return documento.bringBack(std::move(map), step);
+}
+
 /// Asks whether to save a changed document that is about to be replaced. A save that fails throws,
 /// so that the document stays.
 void FrmMapa::askToSave()
@@ -175,7 +187,9 @@ void FrmMapa::saveMapa()
         return;
     }
     const platform::WaitCursor wait;
-    ui().avisos->tell(documento.saveMapa().notices);
+    const platform::Saved saved = documento.saveMapa();
+    ui().avisos->tell(saved.notices);
+    tellOfOther(*ui().avisos, documento.archivo().path, saved.other);
     ui().lblEstado->setText(u"Guardado: «%1»"_s.arg(mapa().nombre));
 }
 

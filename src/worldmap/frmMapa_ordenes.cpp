@@ -2,11 +2,13 @@
 
 #include "app/frmAbout.h"
 #include "app/frmManual.h"
+#include "app/frmVersiones.h"
 #include "catalogue/frmPrinc.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
+#include "worldmap/map_file.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +18,13 @@ const std::vector<platform::Menu>& menus()
 {
     static const std::vector<platform::Menu> all{
         {u"&Archivo"_s,
-         {u"nuevo"_s, u"abrir"_s, u"guardar"_s, u"guardarComo"_s, {}, u"catalogo"_s}},
+         {u"nuevo"_s,
+          u"abrir"_s,
+          u"guardar"_s,
+          u"guardarComo"_s,
+          u"versiones"_s,
+          {},
+          u"catalogo"_s}},
         {u"&Edición"_s,
          {u"deshacer"_s,
           u"rehacer"_s,
@@ -89,6 +97,9 @@ std::vector<platform::Command> FrmMapa::documentCommands()
          .text = u"Guardar &como…"_s,
          .shortcuts = {QKeySequence(u"Ctrl+Shift+S"_s)},
          .run = [this](bool) { saveAs(); }},
+        {.key = u"versiones"_s,
+         .text = u"&Versiones anteriores…"_s,
+         .run = [this](bool) { frmVersiones().showFor(draftPath(mapa().nombre)); }},
         {.key = u"catalogo"_s,
          .text = u"Abrir ca&tálogo"_s,
          .run = [](bool) { frmPrinc().show(); }},

@@ -107,6 +107,17 @@ void MapDocument::recover(WorldMap map, const platform::KnownFile& file)
     mapaCambiado_ = true;
 }
 
+bool MapDocument::bringBack(WorldMap map, const QString& text)
+{
+    if (map == map_)
+        return false;
+    tellReplaced();
+    MapChange whole;
+    whole.whole = std::move(map);
+    change(std::move(whole), text);
+    return true;
+}
+
 void MapDocument::tellReplaced()
 {
     if (!history_.isClean())

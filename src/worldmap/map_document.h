@@ -31,6 +31,9 @@ public:
     void generate(WorldMap map);
     /// Replaces the map by one that was never saved, and what is known of its file.
     void recover(WorldMap map, const platform::KnownFile& file);
+    /// Replaces the map by an earlier version of it or of another; what is known of its file stays.
+    /// Returns whether it was another one than it is.
+    bool bringBack(WorldMap map, const QString& text);
     /// Writes the map to its file, and returns what the user is to be told. Throws Error, with
     /// everything as it was.
     platform::Saved saveMapa();

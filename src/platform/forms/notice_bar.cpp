@@ -41,13 +41,15 @@ NoticeBar::NoticeBar(QWidget* parent)
 
 void NoticeBar::tell(const Notice& notice)
 {
-    const bool isKnown = std::any_of(notices_.begin(), notices_.end(), [&](const Notice& waiting) {
+    const auto known = std::find_if(notices_.begin(), notices_.end(), [&](const Notice& waiting) {
         return waiting.text == notice.text;
     });
-    if (isKnown)
-        return;
-    notices_.push_back(notice);
-    if (notices_.size() == 1)
+    const bool isShown = known == notices_.begin(); // now, or as the first one
+    if (known == notices_.end())
+        notices_.push_back(notice);
+    else
+        *known = notice;
+    if (isShown)
         show(notice);
 }
 

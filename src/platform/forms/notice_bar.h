@@ -30,7 +30,7 @@ public:
     };
 
     explicit NoticeBar(QWidget* parent = nullptr);
-    /// Shows a notice, or puts it in line. One that waits with the same text already isn't doubled.
+    /// Shows a notice, or puts it in line. It takes the place of one with the same text.
     void tell(const Notice& notice);
     void tell(const QStringList& texts);
     /// The text shown; empty while the bar is hidden.

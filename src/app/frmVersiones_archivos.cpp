@@ -1,0 +1,116 @@
+// The files that have kept versions: what these show, and how they are brought back.
+
+#include "app/frmVersiones.h"
+#include "app/workspace.h"
+#include "catalogue/catalogue_look.h"
+#include "catalogue/frmPrinc.h"
+#include "platform/core/text_file.h"
+#include "platform/gdi/picture.h"
+#include "worldmap/frmMapa.h"
+#include "worldmap/map_file.h"
+#include "worldmap/map_miniature.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+using platform::KeptVersion;
+
+namespace {
+
+CatalogueDocument* catalogueAt(const QString& path)
+{
+    for (CatalogueDocument* const catalogue : workspace().catalogues()) {
+        // Some systems ignore letter case.
+        if (cataloguePath(catalogue->kind()).compare(path, Qt::CaseInsensitive) == 0)
+            return catalogue;
+    }
+    return nullptr;
+}
+
+bool isMap(const QString& path)
+{
+    const QFileInfo file(path);
+    return path == mapFilePath(file.completeBaseName());
+}
+
+QString stepName(const KeptVersion& version)
+{
+    return u"volver a la versión del "_s + version.when.toString(u"dd/MM/yyyy HH:mm"_s);
+}
+
+QString described(const WorldMap& map)
+{
+    const QString name = map.nombre.isEmpty() ? u"Mapa sin nombre"_s : u"«%1»"_s.arg(map.nombre);
+    const std::size_t places = map.mapaPines.size();
+    return name + u": %1 columnas × %2 filas, "_s.arg(map.ancho()).arg(map.alto()) +
+           (places == 1 ? u"un lugar."_s : u"%1 lugares."_s.arg(places));
+}
+
+VersionedFile versionedMap(const QString& path)
+{
+    const auto look = [pictures = workspace().pictures,
+                       colours = tileColours(workspace().tiles)](const KeptVersion& version) {
+        const WorldMap map = readDrawableMap(platform::readTextFile(version.path), pictures);
+        return VersionLook{described(map), true, pixelACell(map, colours)};
+    };
+    const auto bringBack = [](const KeptVersion& version) {
+        return frmMapa().bringBack(version.path, stepName(version));
+    };
+    return {path, versionedTitle(path), look, inProportion, bringBack, [] { frmMapa().show(); }};
+}
+
+CatalogueItems itemsOf(const CatalogueDocument& catalogue)
+{
+    CatalogueItems items;
+    for (int i = 0; i < catalogue.items().count(); ++i)
+        items.push_back(catalogue.items().at(i).contents());
+    return items;
+}
+
+/// Unsaved versions hold what no file could; the others may have been written by hand.
+CatalogueItems readItems(const CatalogueKind& kind, const KeptVersion& version)
+{
+    const platform::TextFile file = platform::readTextFile(version.path);
+    return version.isUnsaved ? draftItems(kind, file) : fileItems(kind, file);
+}
+
+VersionedFile versionedCatalogue(const QString& path, CatalogueDocument& catalogue)
+{
+    const auto now = std::make_shared<const CatalogueItems>(itemsOf(catalogue));
+    const auto look = [now, &kind = catalogue.kind()](const KeptVersion& version) {
+        const CatalogueItems items = readItems(kind, version);
+        return VersionLook{kind.counted(static_cast<int>(items.size())) + u". "_s +
+                               differences(items, *now),
+                           true, mosaic(kind, items)};
+    };
+    const auto bringBack = [&catalogue](const KeptVersion& version) {
+        const int revision = catalogue.history().revision();
+        catalogue.replaceItems(readItems(catalogue.kind(), version), stepName(version));
+        return catalogue.history().revision() != revision;
+    };
+    return {path,
+            versionedTitle(path),
+            look,
+            [](const QImage& picture, QSize room) { return platform::shrunkTo(picture, room); },
+            bringBack,
+            [&catalogue] { frmPrinc().showPage(catalogue); }};
+}
+
+} // namespace
+
+QString versionedTitle(const QString& path)
+{
+    if (const CatalogueDocument* const catalogue = catalogueAt(path))
+        return QFileInfo(catalogue->kind().file).completeBaseName();
+    if (!isMap(path))
+        return {};
+    return path == draftPath({}) ? u"Mapas sin nombre"_s
+                                 : u"Mapa «%1»"_s.arg(QFileInfo(path).completeBaseName());
+}
+
+VersionedFile versionedFile(const QString& path)
+{
+    CatalogueDocument* const catalogue = catalogueAt(path);
+    return catalogue ? versionedCatalogue(path, *catalogue) : versionedMap(path);
+}
