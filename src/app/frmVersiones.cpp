@@ -23,9 +23,9 @@ constexpr int looksKept = 64 * 1024; ///< about, in kilobytes
 const std::vector<platform::ListColumn>& columns()
 {
     static const std::vector<platform::ListColumn> all{
-        {u"fecha"_s, u"Fecha"_s, 3000},
-        {u"clase"_s, u"Clase"_s, 2100},
-        {u"tamano"_s, u"Tamaño"_s, 1050, Qt::AlignRight}};
+        {u"fecha"_s, u"Fecha"_s, 2850},
+        {u"clase"_s, u"Clase"_s, 1950},
+        {u"tamano"_s, u"Tamaño"_s, 900, Qt::AlignRight}};
     return all;
 }
 
@@ -164,7 +164,8 @@ std::vector<FrmVersiones::Listed> FrmVersiones::listed(const QString& file)
 {
     std::vector<Listed> versions;
     for (const platform::KeptVersion& version : platform::keptVersions(file))
-        versions.push_back({version, QFileInfo(version.path).size()});
+        versions.push_back({version, version.when.toString(u"dd/MM/yyyy HH:mm:ss"_s),
+                            sizeText(QFileInfo(version.path).size())});
     return versions;
 }
 
@@ -173,9 +174,8 @@ void FrmVersiones::list(std::vector<Listed> versions)
     versions_ = std::move(versions);
     platform::ListItems all; // the view takes one list sooner than many rows
     for (const Listed& one : versions_) {
-        platform::ListItem& item =
-            all.add(one.version.path, one.version.when.toString(u"dd/MM/yyyy HH:mm:ss"_s));
-        item.setSubItem(u"tamano"_s, sizeText(one.bytes));
+        platform::ListItem& item = all.add(one.version.path, one.when);
+        item.setSubItem(u"tamano"_s, one.size);
         item.setSubItem(u"clase"_s, one.version.isUnsaved ? u"Sin guardar"_s : u"Guardada"_s);
     }
     items_.swapItems(all);

@@ -59,7 +59,8 @@ protected:
 private:
     struct Listed {
         platform::KeptVersion version;
-        qint64 bytes;
+        QString when; ///< as the list shows it
+        QString size;
         bool isSeen = false; ///< looked at once
     };
     static std::vector<Listed> listed(const QString& file);
