@@ -9,6 +9,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <algorithm>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -308,17 +310,29 @@ TEST_F(MapVersionsTest, ANoticeShowsTheVersionOfAnother)
         frmMapa().saveMapa();
     }
     EXPECT_TRUE(bar.text().startsWith(u"Otro programa había cambiado"_s));
-    QTest::qWait(0); // the first notice's button goes
     keep(u"2099-01-01 00.00.00.map"_s, altered());
-    const auto press = [&bar] {
-        QTest::mouseClick(bar.findChild<QPushButton*>(u"cmdVerOtraVersion"_s), Qt::LeftButton);
+    const auto button = [&bar] {
+        QTest::qWait(0); // those of earlier notices go
+        return bar.findChild<QPushButton*>(u"cmdVerOtraVersion"_s);
     };
-    inVersions(press, [] {
+    const auto pressed = [](QPushButton* one) {
+        return [one] { QTest::mouseClick(one, Qt::LeftButton); };
+    };
+    inVersions(pressed(button()), [] {
         EXPECT_EQ(shownFile(), u"Mapa «Prueba»"_s);
         EXPECT_EQ(rows(), 3);
         EXPECT_TRUE(shownText().startsWith(u"«Ajeno»"_s)) << shownText().toStdString();
     });
     EXPECT_FALSE(bar.isVisible());
+
+    // What the watch over the disk finds is told alike, if there is anything to show.
+    emit workspace.diskWatch.changed({{}, u"Ya no está."_s, mapFilePath(u"Prueba"_s)});
+    EXPECT_EQ(bar.text(), u"Ya no está."_s);
+    EXPECT_FALSE(button());
+    QTest::mouseClick(bar.findChild<QToolButton*>(u"cmdCerrarAviso"_s), Qt::LeftButton);
+    emit workspace.diskWatch.changed({app.path(mapVersions + u"2099-01-01 00.00.00.map"_s),
+                                      u"Otro."_s, mapFilePath(u"Prueba"_s)});
+    inVersions(pressed(button()), [] { EXPECT_TRUE(shownText().startsWith(u"«Prueba»"_s)); });
 }
 
 TEST_F(CatalogueVersionsTest, BringsAVersionBackAsAStep)
@@ -391,6 +405,7 @@ TEST_F(CatalogueVersionsTest, PagesAndNoticesLeadToTheVersions)
     const QByteArray theirs = app.read(u"ini/Conjuros.ini"_s).split('\n').first() + '\n';
     app.write(u"ini/Conjuros.ini"_s, theirs);
     princ.cmdGuardarConjuros_Click();
+    workspace.conjuros.remove(workspace.conjuros.items().at(0).key());
     const auto press = [this] {
         QTest::mouseClick(ui().avisos->findChild<QPushButton*>(u"cmdVerOtraVersion"_s),
                           Qt::LeftButton);
@@ -404,4 +419,8 @@ TEST_F(CatalogueVersionsTest, PagesAndNoticesLeadToTheVersions)
     EXPECT_TRUE(ui().Frame_6->isVisible()) << "what was brought back is shown";
     workspace.conjuros.undo();
     EXPECT_FALSE(workspace.conjuros.items().isEmpty());
+    workspace.background.finish();
+    const auto kept = platform::keptVersions(cataloguePath(conjurosKind()));
+    EXPECT_EQ(
+        std::count_if(kept.begin(), kept.end(), std::mem_fn(&platform::KeptVersion::isUnsaved)), 1);
 }

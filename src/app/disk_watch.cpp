@@ -43,7 +43,7 @@ public:
         for (const KnownFile& known : files) {
             const QString text = changeOf(known);
             if (!text.isEmpty())
-                findings.push_back({known, {version_, text}});
+                findings.push_back({known, {version_, text, known.path}});
         }
         return findings;
     }

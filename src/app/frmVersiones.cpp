@@ -59,13 +59,13 @@ FrmVersiones& frmVersiones()
     return platform::FormRegistry::shared<FrmVersiones>();
 }
 
-void tellOfOther(platform::NoticeBar& bar, const QString& file,
-                 const std::optional<platform::OtherVersion>& other)
+void tellOfOther(platform::NoticeBar& bar, const platform::OtherVersion& other)
 {
-    if (other)
-        bar.tell({other->text,
-                  {{u"cmdVerOtraVersion"_s, u"Ver la otra versión"_s,
-                    [file, path = other->path] { frmVersiones().showFor(file, path); }}}});
+    platform::NoticeBar::Notice notice{other.text};
+    if (!other.path.isEmpty())
+        notice.buttons.push_back({u"cmdVerOtraVersion"_s, u"Ver la otra versión"_s,
+                                  [other] { frmVersiones().showFor(other.file, other.path); }});
+    bar.tell(notice);
 }
 
 void FrmVersiones::Form_Load()

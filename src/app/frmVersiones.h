@@ -93,7 +93,5 @@ private:
 
 FrmVersiones& frmVersiones();
 
-/// Tells of the version that a save found in a file and that was another's, with a button that
-/// shows it.
-void tellOfOther(platform::NoticeBar& bar, const QString& file,
-                 const std::optional<platform::OtherVersion>& other);
+/// Tells of a version of a file that was another's, with a button that shows it.
+void tellOfOther(platform::NoticeBar& bar, const platform::OtherVersion& other);

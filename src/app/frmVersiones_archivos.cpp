@@ -31,7 +31,8 @@ CatalogueDocument* catalogueAt(const QString& path)
 bool isMap(const QString& path)
 {
     const QFileInfo file(path);
-    return path == mapFilePath(file.completeBaseName());
+    return file.path() == QFileInfo(mapFilePath({})).path() &&
+           file.suffix().compare(u"map"_s, Qt::CaseInsensitive) == 0;
 }
 
 QString stepName(const KeptVersion& version)
@@ -85,9 +86,18 @@ VersionedFile versionedCatalogue(const QString& path, CatalogueDocument& catalog
                            true, mosaic(kind, items)};
     };
     const auto bringBack = [&catalogue](const KeptVersion& version) {
-        const int revision = catalogue.history().revision();
+        const History& history = catalogue.history();
+        const int revision = history.revision();
+        const bool wasSaved = history.isClean();
+        const auto before = [items = itemsOf(catalogue), &kind = catalogue.kind()] {
+            return copyContent(catalogueDraft(kind, items));
+        };
         catalogue.replaceItems(readItems(catalogue.kind(), version), stepName(version));
-        return catalogue.history().revision() != revision;
+        if (history.revision() == revision)
+            return false;
+        if (!wasSaved)
+            workspace().recovery.keepReplaced(cataloguePath(catalogue.kind()), before);
+        return true;
     };
     return {path,
             versionedTitle(path),

@@ -174,6 +174,7 @@ void FrmPrinc::save(CatalogueDocument& catalogue)
         const SavedCatalogue saved = catalogue.save([] { frmProgreso().advance(); });
         ui().lblEstado->setText(u"Guardado: "_s + catalogue.kind().counted(saved.records));
         ui().avisos->tell(saved.notices);
-        tellOfOther(*ui().avisos, catalogue.file().path, saved.other);
+        if (saved.other)
+            tellOfOther(*ui().avisos, *saved.other);
     });
 }

@@ -189,7 +189,8 @@ void FrmMapa::saveMapa()
     const platform::WaitCursor wait;
     const platform::Saved saved = documento.saveMapa();
     ui().avisos->tell(saved.notices);
-    tellOfOther(*ui().avisos, documento.archivo().path, saved.other);
+    if (saved.other)
+        tellOfOther(*ui().avisos, *saved.other);
     ui().lblEstado->setText(u"Guardado: «%1»"_s.arg(mapa().nombre));
 }
 

@@ -1,6 +1,7 @@
 // Unsaved work of the map window and of the catalogues: copies of it while the program runs, and
 // what an earlier run left.
 
+#include "app/frmVersiones.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/map_file.h"
 
@@ -101,10 +102,9 @@ void FrmMapa::watchUnsavedWork()
     disk.watch(documento, [this] { return documento.archivo(); });
     for (CatalogueDocument* const catalogue : workspace().catalogues())
         disk.watch(*catalogue, [catalogue] { return catalogue->file(); });
-    QObject::connect(&disk, &DiskWatch::changed, &window(),
-                     [this](const platform::OtherVersion& other) {
-                         ui().avisos->tell(QStringList(other.text));
-                     });
+    QObject::connect(
+        &disk, &DiskWatch::changed, &window(),
+        [this](const platform::OtherVersion& other) { tellOfOther(*ui().avisos, other); });
     QObject::connect(&documento, &MapDocument::unsavedReplaced, &window(),
                      [&recovery](const WorldMap& map) {
                          recovery.keepReplaced(draftPath(map.nombre), draftOf(map));

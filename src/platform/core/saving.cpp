@@ -83,9 +83,11 @@ private:
         const QString was = isOwnFile ? u"Otro programa había cambiado «%1» desde que se leyó o "
                                         "se guardó."_s
                                       : u"Ya había otro archivo «%1»."_s;
-        saved_.other = {version, (was + u" Se ha guardado encima; lo que tenía está entre sus "
-                                        "versiones anteriores."_s)
-                                     .arg(displayPath(path_))};
+        saved_.other = {version,
+                        (was + u" Se ha guardado encima; lo que tenía está entre sus "
+                               "versiones anteriores."_s)
+                            .arg(displayPath(path_)),
+                        path_};
     }
 
     const QString& path_;

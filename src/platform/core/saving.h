@@ -28,8 +28,9 @@ QStringList writeFileAtomically(const QString& path, const QByteArray& bytes,
 
 /// A version of a file that was replaced and wasn't the document's own.
 struct OtherVersion {
-    QString path; ///< where it is kept
-    QString text; ///< what the user is to be told, in Spanish
+    QString path;   ///< where it is kept; empty if it isn't
+    QString text;   ///< what the user is to be told, in Spanish
+    QString file{}; ///< that it was in
 };
 
 /// What came of a save.
