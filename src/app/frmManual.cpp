@@ -44,6 +44,7 @@ const std::vector<FrmManual::Page>& FrmManual::pages()
         {u"catalogo"_s, u"Los catálogos"_s},
         {u"mapa_local"_s, u"Los mapas locales"_s},
         {u"nombres"_s, u"Nombres inventados"_s},
+        {u"nada_se_pierde"_s, u"Nada se pierde"_s},
         {u"archivos"_s, u"Los archivos"_s},
         {u"terrenos"_s, u"Terrenos y lugares"_s},
         {u"linea_de_ordenes"_s, u"Sin ventanas"_s},
