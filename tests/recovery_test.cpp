@@ -258,6 +258,8 @@ TEST(Recovery, KeepsWhatIsReplacedUnsaved)
     program.document.setProperties({u"a/c"_s, 1, 0, u"raises no question"_s});
     replaceBy([&] { program.document.generate(smallMap(u"Isla"_s, u"T3"_s)); }, u"mapas/a c.map"_s,
               "T2;T2;T2;T2;T2;T2;");
+    replaceBy([&] { program.document.recover(smallMap(u"Otra"_s, u"T4"_s), {}); },
+              u"mapas/Isla.map"_s, "T3;T3;T3;T3;T3;T3;");
 }
 
 TEST(Recovery, TellsOnceOfCopiesThatCannotBeWritten)

@@ -99,6 +99,7 @@ void MapDocument::generate(WorldMap map)
 void MapDocument::recover(WorldMap map, const platform::KnownFile& file)
 {
     endStroke();
+    tellReplaced();
     MapChange change;
     change.whole = std::move(map);
     auto step = std::make_unique<Step>(*this, std::move(change), u"recuperar un mapa"_s);
