@@ -318,6 +318,12 @@ TEST(DiskWatch, TellsOnceOfEachChangeAndKeepsIt)
         EXPECT_EQ(platform::readFile(program.others.last(), 100), foreign);
     }
     EXPECT_EQ(program.told.size(), 2);
+    QFile again(app.path(file));
+    ASSERT_TRUE(again.open(QIODevice::ReadWrite));
+    again.setFileTime(QDateTime({2026, 1, 1}, {10, 0}), QFileDevice::FileModificationTime);
+    again.close();
+    program.look();
+    EXPECT_EQ(program.told.size(), 2) << "the same content again";
     app.write(file, own);
     program.look();
     EXPECT_EQ(program.told.size(), 2) << "it is what it was";

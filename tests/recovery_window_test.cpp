@@ -1,7 +1,7 @@
 #include "map_test.h"
 #include "worldmap/map_file.h"
 
-#include <QDir>
+#include <QDirIterator>
 #include <QLabel>
 #include <QPushButton>
 #include <QSemaphore>
@@ -90,7 +90,8 @@ TEST_F(RecoveryWindowTest, LeavesWhatCannotBeTakenOver)
     leave(u"Equipo"_s, u"ini/Equipo.ini"_s, "#\r\nCuerda;No;1;2;;\r\n");
     leaveBytes(u"Conjuros"_s, "Kestrune, copia de rec");
     begin();
-    EXPECT_TRUE(notice().contains(u"elementos de equipo y un mapa sin nombre."_s)) << notice().toStdString();
+    EXPECT_TRUE(notice().contains(u"elementos de equipo y un mapa sin nombre."_s))
+        << notice().toStdString();
     EXPECT_TRUE(notice().contains(u"Conjuros.copia» está incompleta"_s));
     const WorldMap before = frmMapa().mapa();
     boxes.expect();
@@ -114,6 +115,17 @@ TEST_F(RecoveryWindowTest, SaysNothingOfWhatIsSaved)
     EXPECT_EQ(notice(), QString());
     wait();
     EXPECT_EQ(left(), QStringList());
+
+    const auto hasCopy = [&] {
+        workspace.recovery.keepNow();
+        QDirIterator copies(app.path(u"respaldo/recuperacion"_s), {u"Armas.copia"_s}, QDir::Files,
+                            QDirIterator::Subdirectories);
+        return copies.hasNext();
+    };
+    workspace.armas.remove(workspace.armas.items().at(0).key());
+    EXPECT_TRUE(hasCopy());
+    workspace.armas.save();
+    EXPECT_FALSE(hasCopy());
 }
 
 TEST_F(RecoveryWindowTest, WorksOnWhileAnotherProgramWrites)
