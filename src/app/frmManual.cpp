@@ -17,12 +17,17 @@ constexpr int listWidth = 190;
 QString pageOf(const QString& window)
 {
     static const std::map<QString, QString> pages{
-        {u"frmAbout"_s, u"inicio"_s},         {u"frmClima"_s, u"clima"_s},
-        {u"frmMapaLocal"_s, u"mapa_local"_s}, {u"frmTilesLocales"_s, u"mapa_local"_s},
-        {u"frmPrinc"_s, u"catalogo"_s},       {u"frmArmas"_s, u"catalogo"_s},
-        {u"frmArmaduras"_s, u"catalogo"_s},   {u"frmEquipo"_s, u"catalogo"_s},
-        {u"frmConjuros"_s, u"catalogo"_s},    {u"frmListaImagenes"_s, u"catalogo"_s},
-        {u"frmVersiones"_s, u"archivos"_s},
+        {u"frmAbout"_s, u"inicio"_s},
+        {u"frmClima"_s, u"clima"_s},
+        {u"frmMapaLocal"_s, u"mapa_local"_s},
+        {u"frmTilesLocales"_s, u"mapa_local"_s},
+        {u"frmPrinc"_s, u"catalogo"_s},
+        {u"frmArmas"_s, u"catalogo"_s},
+        {u"frmArmaduras"_s, u"catalogo"_s},
+        {u"frmEquipo"_s, u"catalogo"_s},
+        {u"frmConjuros"_s, u"catalogo"_s},
+        {u"frmListaImagenes"_s, u"catalogo"_s},
+        {u"frmVersiones"_s, u"nada_se_pierde"_s},
     };
     const auto page = pages.find(window);
     return page == pages.end() ? u"mapa"_s : page->second;
