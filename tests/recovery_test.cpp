@@ -233,6 +233,8 @@ TEST(Recovery, KeepsAStrokeThatGoesOn)
     program.recovery.keepNow();
     program.document.paint({{QPoint(1, 0)}}, u"T2"_s);
     program.recovery.keepNow();
+    program.begin();
+    EXPECT_TRUE(program.found.empty()) << "its own copies";
     Program next;
     next.begin();
     ASSERT_EQ(next.found.size(), 1u);

@@ -126,7 +126,7 @@ private:
 
     // What is unsaved, and what an earlier run left unsaved.
     void watchUnsavedWork();
-    void offer(LeftWork left);
+    void offer(const LeftWork& left);
     void recover(LeftWork left);
     void recover(const RecoveryCopy& copy);
 

@@ -46,12 +46,6 @@ CatalogueDocument* catalogueOf(const QString& work)
     return nullptr;
 }
 
-/// Whether a catalogue holds just what a copy does.
-bool holds(const CatalogueDocument& catalogue, const RecoveryCopy& copy)
-{
-    return draftOf(catalogue)() == copy.content;
-}
-
 /// What a copy is of, as the notice names it.
 QString described(const RecoveryCopy& copy)
 {
@@ -119,16 +113,8 @@ void FrmMapa::watchUnsavedWork()
 }
 
 /// Tells of what an earlier run left. Who takes no notice is told again at the next start.
-void FrmMapa::offer(LeftWork left)
+void FrmMapa::offer(const LeftWork& left)
 {
-    std::erase_if(left.copies, [](const RecoveryCopy& copy) {
-        const CatalogueDocument* const catalogue = catalogueOf(copy.work);
-        return catalogue && holds(*catalogue, copy);
-    });
-    if (left.copies.empty() && left.faults.isEmpty()) {
-        workspace().recovery.settle(left);
-        return;
-    }
     platform::NoticeBar::Notice notice{noticeOf(left)};
     if (!left.copies.empty())
         notice.buttons.push_back(
