@@ -7,7 +7,6 @@
 #include "worldmap/map_miniature.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <algorithm>
 #include <functional>
@@ -273,8 +272,6 @@ TEST_F(MapVersionsTest, OfManyVersionsOnlyThoseOnTheScreenAreRead)
         app.write(mapVersions + when.addSecs(i).toString(u"yyyy-MM-dd HH.mm.ss"_s) + u".map"_s,
                   bytes);
     }
-    QElapsedTimer sinceOpened;
-    sinceOpened.start();
     const auto iconsShown = [] {
         int icons = 0;
         for (int row = 0; row < rows(); ++row) {
@@ -285,9 +282,9 @@ TEST_F(MapVersionsTest, OfManyVersionsOnlyThoseOnTheScreenAreRead)
     };
     inVersions(openWindow, [&] {
         EXPECT_EQ(rows(), 1000);
-        EXPECT_LT(sinceOpened.elapsed(), 3000);
         EXPECT_TRUE(QTest::qWaitFor([&] { return iconsShown() > 3; }));
-        QTest::qWait(200);
+        for (int before = 0; before != iconsShown(); QTest::qWait(200)) // as long as it goes on
+            before = iconsShown();
         EXPECT_LT(iconsShown(), 30);
         selectRow(999); // which scrolls there
         EXPECT_TRUE(QTest::qWaitFor([] {
