@@ -1,5 +1,6 @@
 #include "app/disk_watch.h"
 #include "app/recovery.h"
+#include "platform/core/ending.h"
 #include "platform/core/folder_claim.h"
 #include "platform/core/kept_versions.h"
 #include "support.h"
@@ -9,7 +10,11 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QSemaphore>
+#include <QTimer>
+#include <csignal>
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <iostream>
 
 using namespace Qt::StringLiterals;
 
@@ -343,6 +348,27 @@ TEST(DiskWatch, TellsOnceOfEachChangeAndKeepsIt)
     program.wait();
     program.look();
     EXPECT_EQ(program.told.size(), 4);
+}
+
+TEST(EndingFromOutside, KeepsWhatThereIsFirst)
+{
+    const auto end = [](const std::function<void()>& how) {
+        const platform::EndingFromOutside ending([] {
+            const QDateTime now = QDateTime::currentDateTime();
+            std::cerr << "kept in " << now.toString(Qt::ISODate).toStdString() << '\n';
+        });
+        how();
+        QTimer::singleShot(10'000, [] { std::_Exit(0); });
+        QCoreApplication::exec();
+    };
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        EXPECT_EXIT(end([&] { raise(signal); }), testing::ExitedWithCode(128 + signal),
+                    "kept in 2");
+    const auto leave = [] {
+        (void)QDate(2026, 1, 1).toString(Qt::ISODate); // makes the calendars, if they aren't yet
+        std::exit(1);
+    };
+    EXPECT_EXIT(end(leave), testing::ExitedWithCode(1), "kept in 2");
 }
 
 TEST(FolderClaim, LastsAsLongAsTheProgram)

@@ -61,14 +61,6 @@ VersionedFile versionedMap(const QString& path)
     return {path, versionedTitle(path), look, inProportion, bringBack, [] { frmMapa().show(); }};
 }
 
-CatalogueItems itemsOf(const CatalogueDocument& catalogue)
-{
-    CatalogueItems items;
-    for (int i = 0; i < catalogue.items().count(); ++i)
-        items.push_back(catalogue.items().at(i).contents());
-    return items;
-}
-
 /// Unsaved versions hold what no file could; the others may have been written by hand.
 CatalogueItems readItems(const CatalogueKind& kind, const KeptVersion& version)
 {
@@ -78,7 +70,7 @@ CatalogueItems readItems(const CatalogueKind& kind, const KeptVersion& version)
 
 VersionedFile versionedCatalogue(const QString& path, CatalogueDocument& catalogue)
 {
-    const auto now = std::make_shared<const CatalogueItems>(itemsOf(catalogue));
+    const auto now = std::make_shared<const CatalogueItems>(catalogue.items().contents());
     const auto look = [now, &kind = catalogue.kind()](const KeptVersion& version) {
         const CatalogueItems items = readItems(kind, version);
         return VersionLook{kind.counted(static_cast<int>(items.size())) + u". "_s +
@@ -89,7 +81,7 @@ VersionedFile versionedCatalogue(const QString& path, CatalogueDocument& catalog
         const History& history = catalogue.history();
         const int revision = history.revision();
         const bool wasSaved = history.isClean();
-        const auto before = [items = itemsOf(catalogue), &kind = catalogue.kind()] {
+        const auto before = [items = catalogue.items().contents(), &kind = catalogue.kind()] {
             return copyContent(catalogueDraft(kind, items));
         };
         catalogue.replaceItems(readItems(catalogue.kind(), version), stepName(version));

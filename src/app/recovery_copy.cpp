@@ -6,6 +6,7 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -69,8 +70,10 @@ RecoveryCopy readRecoveryCopy(const QString& path)
                       {absolute(head[3]), QByteArray::fromHex(head[4])},
                       QDateTime::fromString(QString::fromUtf8(head[5]), Qt::ISODate),
                       bytes.sliced(start)};
-    if (head[6] != checkSum(copy.content) || !copy.when.isValid())
+    if (head[6] != checkSum(copy.content))
         throw fail(u"está dañada o incompleta"_s);
+    if (!copy.when.isValid())
+        copy.when = QFileInfo(path).lastModified();
     return copy;
 }
 

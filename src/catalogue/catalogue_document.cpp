@@ -179,12 +179,9 @@ void CatalogueDocument::replaceItems(std::vector<ListItem::Contents> items, cons
 {
     if (items.size() > static_cast<std::size_t>(maxCatalogueItems))
         throw tooManyItems();
-    std::vector<ListItem::Contents> before;
-    for (int i = 0; i < this->items().count(); ++i)
-        before.push_back(this->items().at(i).contents());
     for (ListItem::Contents& contents : items)
         contents.icon = iconFor(contents);
-    if (items != before)
+    if (items != this->items().contents())
         history_.push(std::make_unique<ReplaceStep>(*this, text, std::move(items)));
 }
 

@@ -22,11 +22,7 @@ Recovery::Content draftOf(const WorldMap& map)
 /// A catalogue's items as they are now, as text that is made later.
 Recovery::Content draftOf(const CatalogueDocument& catalogue)
 {
-    std::vector<platform::ListItem::Contents> items;
-    items.reserve(static_cast<std::size_t>(catalogue.items().count()));
-    for (int i = 0; i < catalogue.items().count(); ++i)
-        items.push_back(catalogue.items().at(i).contents());
-    return [&kind = catalogue.kind(), items = std::move(items)] {
+    return [&kind = catalogue.kind(), items = catalogue.items().contents()] {
         return copyContent(catalogueDraft(kind, items));
     };
 }

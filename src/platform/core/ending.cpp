@@ -1,5 +1,6 @@
 #include "platform/core/ending.h"
 
+#include <QDateTime>
 #include <QSocketNotifier>
 #include <cstdlib>
 
@@ -43,6 +44,8 @@ constexpr int endingSignals[] = {SIGTERM, SIGINT, SIGHUP};
 EndingFromOutside::EndingFromOutside(std::function<void()> before) : before_(std::move(before))
 {
     atExit = &before_;
+    // The toolkit's globals go in reverse order: its calendars must be made before this is told of.
+    (void)QDateTime::currentDateTime().toString(Qt::ISODate);
     static const bool isRegistered = std::atexit(leave) == 0;
     Q_UNUSED(isRegistered)
 #ifdef Q_OS_UNIX

@@ -203,6 +203,15 @@ void ListItems::sortAgain()
         orderBy();
 }
 
+std::vector<ListItem::Contents> ListItems::contents() const
+{
+    std::vector<ListItem::Contents> all;
+    all.reserve(items_.size());
+    for (const std::unique_ptr<ListItem>& item : items_)
+        all.push_back(item->contents());
+    return all;
+}
+
 void ListItems::swapItems(ListItems& other)
 {
     beginResetModel();

@@ -111,6 +111,8 @@ public:
     /// The first item with that text, letter case ignored, or null.
     const ListItem* findText(const QString& text) const;
     void clear();
+    /// What all items hold, in their order.
+    std::vector<ListItem::Contents> contents() const;
 
     /// Orders the items by the text shown in a column (from 0), ascending, with the rules of the
     /// Spanish alphabet and without regard to letter case; equal texts keep their order.
