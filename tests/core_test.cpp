@@ -193,19 +193,23 @@ TEST(SaveFile, KeepsWhatItReplaces)
     app.write(u"mapas/Una Isla.map"_s, "de un editor");
     EXPECT_EQ(save("3"), u"Otro programa había cambiado "_s);
     EXPECT_EQ(kept(), (QByteArrayList{"de un editor", "de otro"}));
-    known.digest = platform::contentDigest("3");
+    known = {path, platform::contentDigest("3"), true};
     save("4");
     EXPECT_EQ(kept().size(), 2);
+    known.isWritten = false; // it was read: another program may have written it
+    EXPECT_EQ(save("5"), QString());
+    EXPECT_EQ(kept().front(), "4");
 
     // The oldest go first, and what isn't a version stays. The newest one lies in the future.
     app.write(u"respaldo/mapas/Una Isla.map/notas.txt"_s, "x");
     app.write(u"respaldo/mapas/Una Isla.map/2900-01-01 00.00.00.map"_s, "mañana");
+    app.write(u"respaldo/mapas/Una Isla.map/9999-12-31 23.59.59.map"_s, "nunca");
     for (int i = 0; i < 12; ++i) {
         app.write(u"mapas/Una Isla.map"_s, QByteArray::number(i));
         save("propio");
     }
-    ASSERT_EQ(kept().size(), platform::maxKeptVersions);
-    EXPECT_EQ(kept().front(), "11");
+    ASSERT_EQ(kept().size(), platform::maxKeptVersions + 1);
+    EXPECT_EQ(kept().at(1), "11");
     EXPECT_EQ(kept().back(), "2");
     EXPECT_EQ(app.read(u"respaldo/mapas/Una Isla.map/notas.txt"_s), "x");
 
@@ -213,7 +217,7 @@ TEST(SaveFile, KeepsWhatItReplaces)
     for (int i = 0; i < 12; ++i)
         platform::keepVersion(path, QByteArray::number(100 + i), true);
     const std::vector<platform::KeptVersion> all = platform::keptVersions(path);
-    EXPECT_EQ(all.size(), 2 * platform::maxKeptVersions);
+    EXPECT_EQ(all.size(), 2 * platform::maxKeptVersions + 1);
     EXPECT_EQ(std::count_if(all.begin(), all.end(), [](const auto& one) { return one.isUnsaved; }),
               platform::maxKeptVersions);
     EXPECT_EQ(kept().count("111"), 1);

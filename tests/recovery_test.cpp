@@ -35,7 +35,7 @@ public:
              .known = [this] { return document.archivo(); }});
         disk.watch(document, [this] { return document.archivo(); });
         QObject::connect(&document, &MapDocument::unsavedReplaced, [this](const WorldMap& map) {
-            recovery.keepReplaced(draftPath(map.nombre),
+            recovery.keepReplaced(u"mapa"_s, draftPath(map.nombre),
                                   [map] { return copyContent(mapDraft(map)); });
         });
         QObject::connect(&recovery, &Recovery::found,
@@ -58,6 +58,7 @@ public:
     {
         disk.look();
         wait();
+        wait(); // what was found is kept before it is told
     }
     /// Until the background is through with all, and what it found is told.
     void wait()
@@ -187,7 +188,7 @@ TEST(Recovery, OffersAtTheNextStartWhatWasNotSaved)
     Program program;
     program.begin();
     ASSERT_EQ(program.found.size(), 2u);
-    EXPECT_LE(program.found[1].when(), program.found[0].when());
+    EXPECT_LE(program.found[0].when(), program.found[1].when());
     const LeftWork left =
         program.found[program.found[0].copies[0].content.startsWith("Isla") ? 0 : 1];
     ASSERT_EQ(left.copies.size(), 1u);
@@ -269,6 +270,32 @@ TEST(Recovery, KeepsWhatIsReplacedUnsaved)
               u"mapas/Isla.map"_s, "T3;T3;T3;T3;T3;T3;");
 }
 
+TEST(Recovery, LosesNothingWhereNoVersionCanBeKept)
+{
+    const TempAppFolder app;
+    {
+        Program program;
+        program.document.newMapa(smallMap(u"Isla"_s, u"M1"_s));
+        program.recovery.keepNow();
+        app.write(u"respaldo/mapas"_s, "un archivo");
+        program.document.openMapa(smallMap(u"Otra"_s, u"T1"_s), {});
+        program.wait();
+    }
+    Program program;
+    program.begin();
+    ASSERT_EQ(program.found.size(), 1u) << "it is left for the next start";
+    EXPECT_TRUE(program.found[0].copies[0].content.contains("M1;M1;"));
+    LeftWork left = program.found[0];
+    left.faultyFiles.append(left.folder);
+    program.recovery.discard(left);
+    program.wait();
+    EXPECT_EQ(copies(app).size(), 1) << "what can't be kept elsewhere stays";
+    ASSERT_TRUE(QFile::remove(app.path(u"respaldo/mapas"_s)));
+    program.recovery.discard(left);
+    program.wait();
+    EXPECT_EQ(copies(app), QStringList());
+}
+
 TEST(Recovery, TellsOnceOfCopiesThatCannotBeWritten)
 {
     const TempAppFolder app;
@@ -303,7 +330,8 @@ TEST(Recovery, BoundsWhatIsLeft)
     Program program;
     program.begin();
     ASSERT_EQ(program.found.size(), static_cast<std::size_t>(Recovery::maxRuns));
-    EXPECT_EQ(program.found[0].when().date(), QDate(2026, 1, 22));
+    EXPECT_EQ(program.found.back().when().date(), QDate(2026, 1, 22));
+    EXPECT_EQ(newestUnsaved(app, u"mapas/x.map"_s), "x") << "what is too old isn't lost";
     EXPECT_EQ(app.read(u"respaldo/recuperacion/ajeno/notas.txt"_s), "x");
 }
 

@@ -62,8 +62,9 @@ TEST_F(RecoveryWindowTest, TakesOverMapAndCatalogues)
     leave(u"Armas"_s, u"ini/Armas.ini"_s,
           "#\r\nDaga;1d4;;;;;;;;\r\n#Garra;1;;;;;;;;\r\nDaga;2;;;;;;;;");
     begin();
-    EXPECT_EQ(notice(), u"Hay trabajo sin guardar del 23 de noviembre a las 9:05: armas y un mapa "
-                        "sin nombre."_s);
+    EXPECT_EQ(notice(),
+              u"Hay trabajo sin guardar del 23 de noviembre a las 9:05:00: armas y un mapa "
+              "sin nombre."_s);
     answer(u"cmdRecuperar"_s);
     EXPECT_EQ(frmMapa().mapa().ancho(), 2);
     EXPECT_EQ(frmMapa().lugares.count(), 1);
@@ -101,6 +102,7 @@ TEST_F(RecoveryWindowTest, LeavesWhatCannotBeTakenOver)
     EXPECT_EQ(workspace.equipo.items().count(), 1);
     wait();
     EXPECT_EQ(left(), (QStringList{u"Conjuros.copia"_s, u"mapa.copia"_s}));
+    EXPECT_FALSE(notice().contains(u"equipo"_s)) << "that is done";
     answer(u"cmdDescartar"_s);
     wait();
     EXPECT_EQ(left(), QStringList());

@@ -394,6 +394,7 @@ TEST_F(CatalogueVersionsTest, AVersionThatCantBeReadWholeSaysWhy)
 
 TEST_F(CatalogueVersionsTest, PagesAndNoticesLeadToTheVersions)
 {
+    frmMapa().window(); // as in the program, where it watches what is unsaved
     EXPECT_TRUE(action(u"versiones"_s).isEnabled());
     choosePage(0);
     EXPECT_FALSE(action(u"versiones"_s).isEnabled());

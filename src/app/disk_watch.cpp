@@ -28,8 +28,22 @@ struct Sight {
 
 struct Finding {
     KnownFile known; ///< as the document knew it
-    OtherVersion other;
+    QString text;
+    QByteArray bytes{}; ///< that the file holds; empty if it can't be read
 };
+
+/// Keeps what was found, and returns what is to be told.
+OtherVersion kept(const Finding& finding)
+{
+    OtherVersion other{{}, finding.text, finding.known.path};
+    try {
+        if (!finding.bytes.isEmpty())
+            other.path = platform::keepVersion(finding.known.path, finding.bytes);
+    } catch (const Error& error) {
+        other.text += u' ' + error.description;
+    }
+    return other;
+}
 
 } // namespace
 
@@ -43,7 +57,7 @@ public:
         for (const KnownFile& known : files) {
             const QString text = changeOf(known);
             if (!text.isEmpty())
-                findings.push_back({known, {version_, text, known.path}});
+                findings.push_back({known, text, bytes_});
         }
         return findings;
     }
@@ -52,7 +66,7 @@ private:
     /// What is to be told of a file; nothing if it is as it was, or as it was last told.
     QString changeOf(const KnownFile& known)
     {
-        version_.clear();
+        bytes_.clear();
         const QFileInfo info(known.path);
         const Sight now{info.isFile(), info.size(), info.lastModified(), known.digest};
         if (Sight& before = seen_[known.path]; before == now)
@@ -75,7 +89,7 @@ private:
                 told_.remove(known.path);
                 return {};
             }
-            version_ = platform::keepVersion(known.path, bytes);
+            bytes_ = bytes;
             return toldOnce(known, digest,
                             u"Otro programa ha cambiado «%1» desde que se leyó o se guardó. Lo que "
                             "ha escrito queda entre sus versiones anteriores, aunque se guarde "
@@ -99,7 +113,7 @@ private:
 
     QHash<QString, Sight> seen_;
     QHash<QString, QByteArray> told_;
-    QString version_; ///< that the file looked at was kept as
+    QByteArray bytes_; ///< of the file looked at
 };
 
 DiskWatch::DiskWatch(platform::Background& background)
@@ -135,14 +149,16 @@ void DiskWatch::look()
         [this](const std::vector<Finding>& findings) {
             isLooking_ = false;
             for (const Finding& finding : findings) {
-                if (isCurrent(finding.known))
-                    emit changed(finding.other);
+                if (isCurrent(finding.known)) // it may have been saved meanwhile
+                    background_.run(
+                        *this, [finding] { return kept(finding); },
+                        [this](const OtherVersion& other) { emit changed(other); });
             }
         },
         platform::Background::Urgency::WhenIdle);
 }
 
-/// Whether a document still knows its file so: it may have been saved meanwhile.
+/// Whether a document still knows its file so.
 bool DiskWatch::isCurrent(const KnownFile& known) const
 {
     return std::any_of(files_.begin(), files_.end(), [&](const Watched& watched) {

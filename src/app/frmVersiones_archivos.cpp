@@ -80,16 +80,8 @@ VersionedFile versionedCatalogue(const QString& path, CatalogueDocument& catalog
     const auto bringBack = [&catalogue](const KeptVersion& version) {
         const History& history = catalogue.history();
         const int revision = history.revision();
-        const bool wasSaved = history.isClean();
-        const auto before = [items = catalogue.items().contents(), &kind = catalogue.kind()] {
-            return copyContent(catalogueDraft(kind, items));
-        };
         catalogue.replaceItems(readItems(catalogue.kind(), version), stepName(version));
-        if (history.revision() == revision)
-            return false;
-        if (!wasSaved)
-            workspace().recovery.keepReplaced(cataloguePath(catalogue.kind()), before);
-        return true;
+        return history.revision() != revision;
     };
     return {path,
             versionedTitle(path),

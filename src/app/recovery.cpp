@@ -38,7 +38,7 @@ bool isSaved(const RecoveryCopy& copy)
 
 LeftWork readLeftWork(const QString& folder)
 {
-    LeftWork left{folder, {}, {}};
+    LeftWork left{folder, {}, {}, {}};
     for (const QFileInfo& file : QDir(folder).entryInfoList({copyName(u"*"_s)}, QDir::Files)) {
         try {
             RecoveryCopy copy = readRecoveryCopy(file.filePath());
@@ -48,9 +48,20 @@ LeftWork readLeftWork(const QString& folder)
                 left.copies.push_back(std::move(copy));
         } catch (const Error& error) {
             left.faults.append(error.description);
+            left.faultyFiles.append(file.filePath());
         }
     }
     return left;
+}
+
+/// Takes copies away, once they are among the unsaved versions of their files. Throws Error.
+void putAmongVersions(const LeftWork& left)
+{
+    for (const RecoveryCopy& copy : left.copies) {
+        platform::keepVersion(copy.target, copy.content, true);
+        QFile::remove(copy.file);
+    }
+    QDir().rmdir(left.folder); // if it is empty
 }
 
 /// Reads what earlier runs left, the latest first, and takes away what is left of it for nothing.
@@ -70,16 +81,14 @@ std::vector<LeftWork> readAllLeft(const QString& ownFolder)
     std::stable_sort(all.begin(), all.end(),
                      [](const LeftWork& a, const LeftWork& b) { return a.when() > b.when(); });
     while (all.size() > Recovery::maxRuns) {
-        QDir(all.back().folder).removeRecursively();
+        try {
+            putAmongVersions(all.back());
+        } catch (const Error&) { // they stay where they are
+            break;
+        }
         all.pop_back();
     }
     return all;
-}
-
-/// Keeps a copy's content among the unsaved versions of its file.
-void keepUnsaved(const QString& target, const QByteArray& content)
-{
-    platform::keepVersion(target, content, true);
 }
 
 /// Runs work of the background that may throw; returns what went wrong, or nothing.
@@ -129,6 +138,15 @@ public:
         if (!platform::replaceFile(file, bytesOf(copy)))
             throw platform::unwritable(file, u"la carpeta no admite archivos nuevos"_s);
     }
+    /// Leaves the copy that there is for the next start, under another name.
+    void setAside(const QString& work)
+    {
+        if (path_.isEmpty())
+            return;
+        const QString file = path_ + u'/' + copyName(work);
+        for (int i = 2; QFileInfo::exists(file); ++i)
+            QFile::rename(file, path_ + u'/' + copyName(work + u" (%1)"_s.arg(i)));
+    }
     void remove(const QString& work)
     {
         if (path_.isEmpty())
@@ -168,8 +186,8 @@ void Recovery::begin()
     background_.run(
         *this, [folder = folder_] { return readAllLeft(folder->current()); },
         [this](const std::vector<LeftWork>& all) {
-            for (const LeftWork& left : all)
-                emit found(left);
+            for (auto left = all.rbegin(); left != all.rend(); ++left)
+                emit found(*left);
         });
 }
 
@@ -238,31 +256,40 @@ void Recovery::keepNow()
     background_.finish();
 }
 
-void Recovery::keepReplaced(const QString& target, const Content& content)
+void Recovery::keepReplaced(const QString& work, const QString& target, const Content& content)
 {
     background_.run(
-        *this, [target, content] { return problemOf([&] { keepUnsaved(target, content()); }); },
+        *this,
+        [folder = folder_, work, target, content] {
+            const QString problem =
+                problemOf([&] { platform::keepVersion(target, content(), true); });
+            if (!problem.isEmpty())
+                folder->setAside(work);
+            return problem;
+        },
         [this](const QString& problem) { tell(problem); });
-}
-
-void Recovery::discard(const LeftWork& left)
-{
-    settle(left);
-    if (!left.faults.isEmpty())
-        background_.run([left] { QDir(left.folder).removeRecursively(); });
 }
 
 void Recovery::settle(const LeftWork& left)
 {
+    settle(left, {});
+}
+
+void Recovery::discard(const LeftWork& left)
+{
+    settle(left, left.faultyFiles);
+}
+
+void Recovery::settle(const LeftWork& left, const QStringList& alsoGone)
+{
     keepChanged();
     background_.run(
         *this,
-        [left] {
+        [left, alsoGone] {
             return problemOf([&] {
-                for (const RecoveryCopy& copy : left.copies) {
-                    keepUnsaved(copy.target, copy.content);
-                    QFile::remove(left.folder + u'/' + copyName(copy.work));
-                }
+                putAmongVersions(left);
+                for (const QString& file : alsoGone)
+                    QFile::remove(file);
                 QDir().rmdir(left.folder);
             });
         },

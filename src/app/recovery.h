@@ -15,7 +15,8 @@
 struct LeftWork {
     QString folder; ///< of its copies
     std::vector<RecoveryCopy> copies;
-    QStringList faults; ///< of copies that can't be read
+    QStringList faults;      ///< of copies that can't be read
+    QStringList faultyFiles; ///< those copies
 
     /// When the last change in it was made.
     QDateTime when() const;
@@ -55,15 +56,16 @@ public:
     /// Writes copies of all that changed since the last ones, and waits until that is done.
     void keepNow();
     /// Keeps unsaved work that is about to be replaced among the unsaved versions of its file.
-    void keepReplaced(const QString& target, const Content& content);
+    /// Where that can't be, its copy is left for the next start.
+    void keepReplaced(const QString& work, const QString& target, const Content& content);
     /// What an earlier run left was taken over, or isn't wanted: it goes, once the documents as
     /// they are now have copies. It stays among the unsaved versions of its files.
     void settle(const LeftWork& left);
-    /// The same, but what couldn't be read goes, too.
+    /// The same, but what couldn't be read goes, too, if all else could be kept.
     void discard(const LeftWork& left);
 
 signals:
-    /// An earlier run left unsaved work.
+    /// An earlier run left unsaved work; the latest is told last.
     void found(const LeftWork& left);
     /// A copy couldn't be written; told once until one can.
     void failed(const QString& reason);
@@ -80,6 +82,7 @@ private:
     void keepChanged();
     void dropSaved();
     void write(Watched& watched);
+    void settle(const LeftWork& left, const QStringList& alsoGone);
     void tell(const QString& reason);
 
     platform::Background& background_;

@@ -69,7 +69,8 @@ RecoveryCopy readRecoveryCopy(const QString& path)
                       absolute(head[2]),
                       {absolute(head[3]), QByteArray::fromHex(head[4])},
                       QDateTime::fromString(QString::fromUtf8(head[5]), Qt::ISODate),
-                      bytes.sliced(start)};
+                      bytes.sliced(start),
+                      path};
     if (head[6] != checkSum(copy.content))
         throw fail(u"está dañada o incompleta"_s);
     if (!copy.when.isValid())

@@ -13,6 +13,7 @@ struct RecoveryCopy {
     platform::KnownFile known; ///< what the document knew of its file
     QDateTime when;            ///< of the last change in it, in local time
     QByteArray content;        ///< what saving would put into the file, but for its checks
+    QString file{};            ///< that the copy was read from
 };
 
 /// The bytes of a copy's own file: a head of lines in UTF-8, then the content. Paths below

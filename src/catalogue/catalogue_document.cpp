@@ -181,8 +181,11 @@ void CatalogueDocument::replaceItems(std::vector<ListItem::Contents> items, cons
         throw tooManyItems();
     for (ListItem::Contents& contents : items)
         contents.icon = iconFor(contents);
-    if (items != this->items().contents())
-        history_.push(std::make_unique<ReplaceStep>(*this, text, std::move(items)));
+    if (items == this->items().contents())
+        return;
+    if (!history_.isClean())
+        emit unsavedReplaced();
+    history_.push(std::make_unique<ReplaceStep>(*this, text, std::move(items)));
 }
 
 /// The position of the picture that an item names: the one that an item of the list has, or one

@@ -49,6 +49,8 @@ public:
     void redo() { history_.redo(); }
 
 signals:
+    /// All items are about to be replaced, with changes that aren't in the file.
+    void unsavedReplaced();
     /// An item was added, changed or brought back.
     void itemEdited(const platform::ListItem& item);
 

@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QLocale>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -55,7 +56,7 @@ QString described(const RecoveryCopy& copy)
 
 QString dayAndTime(const QDateTime& when)
 {
-    return QLocale(QLocale::Spanish).toString(when, u"d 'de' MMMM 'a las' H:mm"_s);
+    return QLocale(QLocale::Spanish).toString(when, u"d 'de' MMMM 'a las' H:mm:ss"_s);
 }
 
 QString noticeOf(const LeftWork& left)
@@ -88,6 +89,12 @@ void FrmMapa::watchUnsavedWork()
                         .snapshot = [catalogue] { return draftOf(*catalogue); },
                         .target = [catalogue] { return cataloguePath(catalogue->kind()); },
                         .known = [catalogue] { return catalogue->file(); }});
+    for (CatalogueDocument* const catalogue : workspace().catalogues())
+        QObject::connect(
+            catalogue, &CatalogueDocument::unsavedReplaced, &window(), [&recovery, catalogue] {
+                recovery.keepReplaced(workOn(*catalogue), cataloguePath(catalogue->kind()),
+                                      draftOf(*catalogue));
+            });
     DiskWatch& disk = workspace().diskWatch;
     disk.watch(documento, [this] { return documento.archivo(); });
     for (CatalogueDocument* const catalogue : workspace().catalogues())
@@ -97,7 +104,7 @@ void FrmMapa::watchUnsavedWork()
         [this](const platform::OtherVersion& other) { tellOfOther(*ui().avisos, other); });
     QObject::connect(&documento, &MapDocument::unsavedReplaced, &window(),
                      [&recovery](const WorldMap& map) {
-                         recovery.keepReplaced(draftPath(map.nombre), draftOf(map));
+                         recovery.keepReplaced(mapWork, draftPath(map.nombre), draftOf(map));
                      });
     QObject::connect(&recovery, &Recovery::found, &window(),
                      [this](const LeftWork& left) { offer(left); });
@@ -111,7 +118,7 @@ void FrmMapa::watchUnsavedWork()
 /// Tells of what an earlier run left. Who takes no notice is told again at the next start.
 void FrmMapa::offer(const LeftWork& left)
 {
-    platform::NoticeBar::Notice notice{noticeOf(left)};
+    platform::NoticeBar::Notice notice{.text = noticeOf(left), .about = left.folder};
     if (!left.copies.empty())
         notice.buttons.push_back(
             {u"cmdRecuperar"_s, u"Recuperar"_s, [this, left] { recover(left); }});
@@ -133,10 +140,16 @@ void FrmMapa::recover(LeftWork left)
             return true;
         }
     };
-    std::erase_if(left.copies, isStuck);
+    const auto firstStuck = std::stable_partition(left.copies.begin(), left.copies.end(),
+                                                  [&](const auto& copy) { return !isStuck(copy); });
+    std::vector<RecoveryCopy> stuck(firstStuck, left.copies.end());
+    left.copies.erase(firstStuck, left.copies.end());
     workspace().recovery.settle(left);
-    if (problem)
-        throw platform::Error(*problem);
+    if (!problem)
+        return;
+    left.copies = std::move(stuck);
+    offer(left); // in the place of the notice that was answered
+    throw platform::Error(*problem);
 }
 
 void FrmMapa::recover(const RecoveryCopy& copy)

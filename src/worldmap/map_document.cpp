@@ -45,7 +45,7 @@ protected:
     void exchange() override
     {
         change_.exchange(document_->map_);
-        if (file_)
+        if (file_ && file_->path != document_->archivo_.path) // of one file the last is known
             std::swap(document_->archivo_, *file_);
         document_->announce(change_, std::exchange(isNews_, false));
     }

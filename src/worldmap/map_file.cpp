@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QSet>
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <tuple>
 
@@ -332,7 +333,7 @@ std::optional<QString> mapSizeProblem(int alto, int ancho)
 
 std::optional<QString> mapNameProblem(const QString& name)
 {
-    static const QStringList devices = {u"CON"_s, u"PRN"_s, u"AUX"_s, u"NUL"_s};
+    constexpr std::array<QStringView, 4> devices{u"CON", u"PRN", u"AUX", u"NUL"};
     for (const QChar c : name) {
         if (isForbiddenInNames(c))
             return u"el nombre no puede contener «%1»"_s.arg(c);
@@ -351,7 +352,7 @@ std::optional<QString> mapNameProblem(const QString& name)
     const QString stem = name.section(u'.', 0, 0).toUpper();
     const bool port = stem.size() == 4 && stem[3].isDigit() &&
                       (stem.startsWith("COM"_L1) || stem.startsWith("LPT"_L1));
-    if (devices.contains(stem) || port)
+    if (std::find(devices.begin(), devices.end(), QStringView(stem)) != devices.end() || port)
         return u"«%1» es un nombre reservado en algunos sistemas"_s.arg(name);
     return std::nullopt;
 }

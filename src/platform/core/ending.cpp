@@ -53,8 +53,10 @@ EndingFromOutside::EndingFromOutside(std::function<void()> before) : before_(std
         return;
     auto* const came = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
     connect(came, &QSocketNotifier::activated, this, [this] { takeSignal(); });
-    for (const int signal : endingSignals)
-        std::signal(signal, signalCame);
+    for (const int signal : endingSignals) {
+        if (std::signal(signal, signalCame) == SIG_IGN) // as nohup wants it
+            std::signal(signal, SIG_IGN);
+    }
 #endif
 }
 

@@ -29,10 +29,9 @@ namespace {
 /// The most bytes that common file systems take as a file's name.
 constexpr qsizetype longestFileName = 255;
 
-const QString& temporaryPattern()
+QString temporaryPattern()
 {
-    static const QString pattern = u".kestrune-*.tmp"_s;
-    return pattern;
+    return u".kestrune-*.tmp"_s;
 }
 
 QString openingReason()
@@ -43,6 +42,11 @@ QString openingReason()
 QString writingReason()
 {
     return u"no se puede escribir; compruebe el espacio libre del disco"_s;
+}
+
+QString readingReason()
+{
+    return u"lo que se ha escrito no se puede volver a leer"_s;
 }
 
 QString diskReason()
@@ -176,10 +180,15 @@ QString replaceableFile(const QString& path)
     if (info.exists() && !info.isFile())
         throw unwritable(path, info.isDir() ? u"hay una carpeta con ese nombre"_s
                                             : u"no es un archivo corriente"_s);
-    if (const QFileInfo folder(info.path()); !folder.isDir())
-        throw unwritable(
-            path, folder.exists() ? u"«%1» no es una carpeta"_s.arg(displayPath(folder.filePath()))
-                                  : u"falta la carpeta «%1»"_s.arg(displayPath(folder.filePath())));
+    if (const QFileInfo folder(info.path()); !folder.isDir()) {
+        QFileInfo first = folder; // of those above it that are there
+        while (!first.exists() && first.path() != first.filePath())
+            first.setFile(first.path());
+        throw unwritable(path,
+                         first.exists() && !first.isDir()
+                             ? u"«%1» no es una carpeta"_s.arg(displayPath(first.filePath()))
+                             : u"falta la carpeta «%1»"_s.arg(displayPath(folder.filePath())));
+    }
     if (QFile::encodeName(info.fileName()).size() > longestFileName)
         throw unwritable(path, u"el nombre del archivo es demasiado largo"_s);
     return info.filePath();
@@ -200,7 +209,7 @@ bool replaceFile(const QString& path, const QByteArray& bytes, const OnReplaced&
     if (!syncFile(file))
         throw unwritable(path, diskReason());
     if (!file.seek(0) || file.readAll() != bytes)
-        throw unwritable(path, u"lo que se ha escrito no se puede volver a leer"_s);
+        throw unwritable(path, readingReason());
     if (old.exists())
         file.setPermissions(old.permissions());
     if (onReplaced && old.exists() && fresh.exchangeWith(target)) {
@@ -235,6 +244,8 @@ void overwriteFile(const QString& path, const QByteArray& bytes)
         throw unwritable(path, writingReason());
     if (!syncFile(file))
         throw unwritable(path, diskReason());
+    if (!file.seek(0) || file.readAll() != bytes)
+        throw unwritable(path, readingReason());
 }
 
 void outliveFileSizeLimit()

@@ -17,37 +17,44 @@ namespace platform {
 
 namespace {
 
-/// Opens the mark, which stays in the folder and means nothing by itself; where none can be made,
-/// as on a disk that is read-only, the folder serves.
-int openMark(const QString& folder)
+/// Takes what a handle is of, until the handle is closed. Returns whether another program has it.
+bool isTakenBy(int handle)
 {
-    constexpr int permissions = 0666;
-    const QByteArray mark = QFile::encodeName(folder + u"/.kestrune.lock"_s);
-    const int handle =
-        open(mark.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, permissions);
-    return handle >= 0 ? handle : open(QFile::encodeName(folder).constData(), O_RDONLY | O_CLOEXEC);
+    return handle >= 0 && flock(handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 } // namespace
 
-FolderClaim::FolderClaim(const QString& folder) : mark_(std::make_unique<QFile>())
+/// Takes the folder itself, which can't be removed or be read-only for that; and a mark in it, as
+/// shared folders of other machines can only be taken by a file that is open for writing. What lies
+/// there from before means nothing.
+FolderClaim::FolderClaim(const QString& folder)
 {
-    const int handle = openMark(folder);
-    if (handle < 0)
-        return;
-    mark_->open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
-    isTaken_ = flock(handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    constexpr int permissions = 0666;
+    const QByteArray path = QFile::encodeName(folder);
+    const QByteArray mark = QFile::encodeName(folder + u"/.kestrune.lock"_s);
+    for (const int handle :
+         {open(path.constData(), O_RDONLY | O_CLOEXEC),
+          open(mark.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,
+               permissions)}) {
+        if (handle < 0)
+            continue;
+        marks_.push_back(std::make_unique<QFile>());
+        marks_.back()->open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+        isTaken_ = isTaken_ || isTakenBy(handle);
+    }
 }
 
 #else
 
 /// Elsewhere the mark is removed while it is not in use: a file in use can't be.
 FolderClaim::FolderClaim(const QString& folder)
-    : mark_(std::make_unique<QFile>(folder + u"/.kestrune.lock"_s))
 {
-    isTaken_ = mark_->exists() && !mark_->remove();
+    auto mark = std::make_unique<QFile>(folder + u"/.kestrune.lock"_s);
+    isTaken_ = mark->exists() && !mark->remove();
     if (!isTaken_)
-        mark_->open(QIODevice::ReadWrite);
+        mark->open(QIODevice::ReadWrite);
+    marks_.push_back(std::move(mark));
 }
 
 #endif

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 class QFile;
 class QString;
@@ -21,7 +22,7 @@ public:
     bool isTaken() const { return isTaken_; }
 
 private:
-    std::unique_ptr<QFile> mark_;
+    std::vector<std::unique_ptr<QFile>> marks_;
     bool isTaken_ = false;
 };
 

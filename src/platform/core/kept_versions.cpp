@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QMutex>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -14,16 +15,14 @@ namespace platform {
 namespace {
 
 /// Versions are named by the time they were kept at, so that a list by name is one by age.
-const QString& timeFormat()
+QString timeFormat()
 {
-    static const QString format = u"yyyy-MM-dd HH.mm.ss"_s;
-    return format;
+    return u"yyyy-MM-dd HH.mm.ss"_s;
 }
 
-const QString& unsavedMark()
+QString unsavedMark()
 {
-    static const QString mark = u" sin guardar"_s;
-    return mark;
+    return u" sin guardar"_s;
 }
 
 QString versionName(const QString& path, const QDateTime& when, bool isUnsaved)
@@ -32,6 +31,8 @@ QString versionName(const QString& path, const QDateTime& when, bool isUnsaved)
     return when.toString(timeFormat()) + (isUnsaved ? unsavedMark() : QString()) +
            (suffix.isEmpty() ? QString() : u'.' + suffix);
 }
+
+constexpr int lastYear = 9999; ///< nothing can be named by a later time
 
 bool holds(const QString& path, const QByteArray& bytes)
 {
@@ -83,13 +84,15 @@ QStringList filesWithVersions()
     return files;
 }
 
-QString keepVersion(const QString& path, const QByteArray& bytes, bool isUnsaved)
-{
-    std::vector<KeptVersion> before = keptVersions(path);
-    std::erase_if(before, [&](const KeptVersion& one) { return one.isUnsaved != isUnsaved; });
-    if (!before.empty() && holds(before.front().path, bytes))
-        return before.front().path;
+namespace {
 
+QBasicMutex oneAtATime; // documents are saved while the background keeps versions
+
+/// Makes room for a further version of a file by putting it in place: put(its path).
+template <typename Put>
+QString keepAs(const QString& path, bool isUnsaved, const std::vector<KeptVersion>& before,
+               const Put& put)
+{
     const QString folder = versionsFolder(path);
     QDir().mkpath(folder);
     QDateTime when = QDateTime::currentDateTime();
@@ -97,11 +100,40 @@ QString keepVersion(const QString& path, const QByteArray& bytes, bool isUnsaved
     if (!before.empty() && when < before.front().when.addSecs(1))
         when = before.front().when.addSecs(1);
     QString version = folder + u'/' + versionName(path, when, isUnsaved);
-    if (!replaceFile(version, bytes))
+    if (!put(version))
         throw unwritable(version, u"la carpeta no admite archivos nuevos"_s);
     for (std::size_t i = maxKeptVersions - 1; i < before.size(); ++i)
         QFile::remove(before[i].path);
     return version;
+}
+
+/// The versions of one kind that a new one comes before.
+std::vector<KeptVersion> versionsBefore(const QString& path, bool isUnsaved)
+{
+    std::vector<KeptVersion> before = keptVersions(path);
+    std::erase_if(before, [&](const KeptVersion& one) {
+        return one.isUnsaved != isUnsaved || one.when.date().year() >= lastYear;
+    });
+    return before;
+}
+
+} // namespace
+
+QString keepVersion(const QString& path, const QByteArray& bytes, bool isUnsaved)
+{
+    const QMutexLocker lock(&oneAtATime);
+    const std::vector<KeptVersion> before = versionsBefore(path, isUnsaved);
+    if (!before.empty() && holds(before.front().path, bytes))
+        return before.front().path;
+    return keepAs(path, isUnsaved, before,
+                  [&](const QString& version) { return replaceFile(version, bytes); });
+}
+
+QString keepFile(const QString& path, const QString& file)
+{
+    const QMutexLocker lock(&oneAtATime);
+    return keepAs(path, false, versionsBefore(path, false),
+                  [&](const QString& version) { return QFile::rename(file, version); });
 }
 
 } // namespace platform

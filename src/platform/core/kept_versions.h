@@ -37,4 +37,8 @@ inline constexpr int maxKeptVersions = 10;
 /// (FileUnwritable).
 QString keepVersion(const QString& path, const QByteArray& bytes, bool isUnsaved = false);
 
+/// Moves a file, of any size, among the versions of another one as the newest. Returns its path.
+/// Throws Error (FileUnwritable).
+QString keepFile(const QString& path, const QString& file);
+
 } // namespace platform

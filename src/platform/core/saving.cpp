@@ -60,13 +60,24 @@ public:
     {
     }
 
-    /// Keeps it, if it is to be kept. What was kept before isn't kept again.
+    /// Keeps it as it lies in a file, if it is to be kept. One too large to be read is moved away,
+    /// once it isn't at its own place any more.
+    void keep(const QString& file)
+    {
+        if (QFileInfo(file).size() <= maxTextFileBytes || file == replaceableFile(path_))
+            keep(readFile(file, maxTextFileBytes));
+        else
+            tellOf(keepFile(path_, file));
+    }
+
+private:
+    /// What was kept before isn't kept again.
     void keep(const QByteArray& old)
     {
         if (old == bytes_ || old == kept_)
             return;
         const bool isOurs = contentDigest(old) == known_.digest;
-        if (isOurs && keptLately(path_))
+        if (isOurs && known_.isWritten && keptLately(path_))
             return;
         const QString version = keepVersion(path_, old);
         kept_ = old;
@@ -74,7 +85,6 @@ public:
             tellOf(version);
     }
 
-private:
     void tellOf(const QString& version)
     {
         const bool isOwnFile = known_.path == path_;
@@ -127,11 +137,11 @@ Saved saveFile(const QString& path, const QByteArray& bytes, KnownFile& known)
     const auto keep = [&](const QString& file) {
         problem.clear();
         try {
-            replaced.keep(readFile(file, anySize));
-        } catch (const Error& error) {
+            replaced.keep(file);
+        } catch (const std::exception& error) {
             problem =
                 u"No se ha podido guardar en «respaldo» la versión anterior de «%1». %2"_s.arg(
-                    displayPath(path), error.description);
+                    displayPath(path), QString::fromUtf8(error.what()));
         }
     };
     const QString target = replaceableFile(path);
@@ -141,7 +151,7 @@ Saved saveFile(const QString& path, const QByteArray& bytes, KnownFile& known)
     saved.notices += writeFileAtomically(path, bytes, keep);
     if (!problem.isEmpty())
         saved.notices.append(problem);
-    known = {path, contentDigest(bytes)};
+    known = {path, contentDigest(bytes), true};
     return saved;
 }
 

@@ -14,6 +14,7 @@ namespace platform {
 struct KnownFile {
     QString path;
     QByteArray digest;
+    bool isWritten = false; ///< by the document itself, else read
 };
 
 /// The digest by which contents of files are compared.

@@ -32,7 +32,7 @@ NoticeBar::NoticeBar(QWidget* parent)
     close->setAutoRaise(true);
     close->setToolTip(u"Quitar el aviso"_s);
     close->setAccessibleName(u"Quitar el aviso"_s);
-    connect(close, &QToolButton::clicked, this, &NoticeBar::dismiss);
+    connect(close, &QToolButton::clicked, this, [this] { dismiss(Notice(notices_.front())); });
     layout_->setContentsMargins(8, 4, 4, 4);
     layout_->addWidget(text_, 1);
     layout_->addWidget(close);
@@ -41,16 +41,9 @@ NoticeBar::NoticeBar(QWidget* parent)
 
 void NoticeBar::tell(const Notice& notice)
 {
-    const auto known = std::find_if(notices_.begin(), notices_.end(), [&](const Notice& waiting) {
-        return waiting.text == notice.text;
-    });
-    const bool isShown = known == notices_.begin(); // now, or as the first one
-    if (known == notices_.end())
-        notices_.push_back(notice);
-    else
-        *known = notice;
-    if (isShown)
-        show(notice);
+    std::erase_if(notices_, [&](const Notice& waiting) { return waiting.isSame(notice); });
+    notices_.push_front(notice);
+    show(notice);
 }
 
 void NoticeBar::tell(const QStringList& texts)
@@ -70,10 +63,10 @@ void NoticeBar::show(const Notice& notice)
     for (const Button& button : notice.buttons) {
         auto* const made = new QPushButton(button.text, this);
         made->setObjectName(button.name);
-        connect(made, &QPushButton::clicked, this, [this, action = button.action] {
+        connect(made, &QPushButton::clicked, this, [this, notice, action = button.action] {
             runCommand([&] {
                 action();
-                dismiss();
+                dismiss(notice);
             });
         });
         layout_->insertWidget(layout_->count() - 1, made);
@@ -83,10 +76,10 @@ void NoticeBar::show(const Notice& notice)
     emit changed();
 }
 
-void NoticeBar::dismiss()
+/// Takes away a notice; another one may be shown by now.
+void NoticeBar::dismiss(const Notice& notice)
 {
-    if (!notices_.empty())
-        notices_.pop_front();
+    std::erase_if(notices_, [&](const Notice& waiting) { return waiting.isSame(notice); });
     if (!notices_.empty()) {
         show(notices_.front());
         return;

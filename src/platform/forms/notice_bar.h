@@ -27,10 +27,15 @@ public:
     struct Notice {
         QString text;
         std::vector<Button> buttons{};
+        QString about{}; ///< what it is about, if that isn't its text
+        bool isSame(const Notice& other) const
+        {
+            return about == other.about && (!about.isEmpty() || text == other.text);
+        }
     };
 
     explicit NoticeBar(QWidget* parent = nullptr);
-    /// Shows a notice, or puts it in line. It takes the place of one with the same text.
+    /// Shows a notice before those that are shown or wait; one that is the same gives way to it.
     void tell(const Notice& notice);
     void tell(const QStringList& texts);
     /// The text shown; empty while the bar is hidden.
@@ -44,7 +49,7 @@ signals:
 
 private:
     void show(const Notice& notice);
-    void dismiss();
+    void dismiss(const Notice& notice);
 
     QLabel* text_;
     QHBoxLayout* layout_;
