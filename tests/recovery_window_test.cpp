@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSemaphore>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -82,6 +83,29 @@ TEST_F(RecoveryWindowTest, TakesOverMapAndCatalogues)
     EXPECT_EQ(workspace.armas.items().count(), before);
     workspace.armas.redo();
     EXPECT_EQ(workspace.armas.items().count(), 3);
+}
+
+TEST_F(RecoveryWindowTest, OffersEachRunTheLatestFirst)
+{
+    leave(u"mapa"_s, u"mapas/(sin nombre).map"_s, smallMap);
+    const RecoveryCopy later{u"mapa"_s,
+                             app.path(u"mapas/Isla.map"_s),
+                             {},
+                             QDateTime({2026, 11, 23}, {9, 5, 30}),
+                             "Isla" + smallMap,
+                             {}};
+    app.write(u"respaldo/recuperacion/2026-11-23 09.05.10/mapa.copia"_s, bytesOf(later));
+    begin();
+    EXPECT_TRUE(notice().contains(u"9:05:30: el mapa «Isla»"_s)) << notice().toStdString();
+    answer(u"cmdRecuperar"_s);
+    EXPECT_EQ(frmMapa().mapa().nombre, u"Isla"_s);
+    const QString other = notice();
+    EXPECT_TRUE(other.contains(u"9:05:00: un mapa sin nombre"_s)) << other.toStdString();
+    frmMapa().ui().avisos->tell(QStringList(u"Lo más nuevo"_s));
+    EXPECT_EQ(notice(), u"Lo más nuevo"_s) << "what waits for an answer hides nothing";
+    QTest::mouseClick(frmMapa().ui().avisos->findChild<QToolButton*>(u"cmdCerrarAviso"_s),
+                      Qt::LeftButton);
+    EXPECT_EQ(notice(), other);
 }
 
 TEST_F(RecoveryWindowTest, LeavesWhatCannotBeTakenOver)

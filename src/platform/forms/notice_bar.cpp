@@ -48,15 +48,16 @@ void NoticeBar::tell(const Notice& notice)
 
 void NoticeBar::tell(const QStringList& texts)
 {
-    for (const QString& text : texts)
-        tell(Notice{text});
+    for (auto text = texts.rbegin(); text != texts.rend(); ++text)
+        tell(Notice{*text});
 }
 
 void NoticeBar::show(const Notice& notice)
 {
     for (QWidget* const old : buttons_) {
         old->hide();
-        old->deleteLater(); // it may be the one that was pressed
+        old->setObjectName({}); // the next one may have its name
+        old->deleteLater();     // it may be the one that was pressed
     }
     buttons_.clear();
     text_->setText(notice.text);

@@ -37,6 +37,7 @@ public:
     explicit NoticeBar(QWidget* parent = nullptr);
     /// Shows a notice before those that are shown or wait; one that is the same gives way to it.
     void tell(const Notice& notice);
+    /// The same for several, the first one in front.
     void tell(const QStringList& texts);
     /// The text shown; empty while the bar is hidden.
     QString text() const { return notices_.empty() ? QString() : notices_.front().text; }
