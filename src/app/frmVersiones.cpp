@@ -36,20 +36,16 @@ QString sizeText(qint64 bytes)
         .formattedDataSize(bytes, bytes < megabyte ? 0 : 1, QLocale::DataSizeSIFormat);
 }
 
-/// Looks at a version, or finds why it can't be read. Runs in the background, which takes no
-/// exception.
 VersionLook lookAt(const VersionedFile& file, const platform::KeptVersion& version, QSize iconRoom)
 {
-    try {
-        VersionLook look = file.look(version);
-        if (!look.picture.isNull())
-            look.icon = file.fitted(look.picture, iconRoom);
-        return look;
-    } catch (const platform::Error& error) {
-        return {error.description};
-    } catch (const std::exception& error) {
-        return {u"No se puede leer esta versión: %1."_s.arg(QString::fromUtf8(error.what()))};
-    }
+    QImage icon;
+    const FileLook look = lookOrReason([&] {
+        FileLook seen = file.look(version);
+        if (!seen.picture.isNull())
+            icon = file.fitted(seen.picture, iconRoom);
+        return seen;
+    });
+    return {look, icon};
 }
 
 } // namespace
@@ -216,8 +212,7 @@ void FrmVersiones::showSelected()
 void FrmVersiones::showPicture()
 {
     platform::PreviewBox& box = *ui().imgVersion;
-    const QSize room = box.contentsRect().size() * box.devicePixelRatioF();
-    box.setPicture(picture_.isNull() ? picture_ : file_->fitted(picture_, room));
+    box.setPicture(picture_.isNull() ? picture_ : file_->fitted(picture_, box.room()));
 }
 
 /// Looks at the next version that is worth it, unless one is being looked at.

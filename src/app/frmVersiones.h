@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/file_look.h"
 #include "platform/core/kept_versions.h"
 #include "platform/core/list_items.h"
 #include "platform/core/saving.h"
@@ -15,10 +16,7 @@
 #include <vector>
 
 /// What there is to see of a kept version.
-struct VersionLook {
-    QString text; ///< what it holds, or why it can't be read
-    bool isReadable = false;
-    QImage picture{}; ///< null if there is none
+struct VersionLook : FileLook {
     QImage icon{};
 };
 
@@ -26,9 +24,9 @@ struct VersionLook {
 struct VersionedFile {
     QString path;
     QString title;
-    /// Looks at a version as it is to others of now, on another thread: makes all but the icon.
-    /// Throws Error for one that can't be read whole.
-    std::function<VersionLook(const platform::KeptVersion& version)> look;
+    /// Looks at a version as it is to others of now, on another thread. Throws Error for one that
+    /// can't be read whole.
+    std::function<FileLook(const platform::KeptVersion& version)> look;
     /// A look's picture for that many pixels.
     QImage (*fitted)(const QImage& picture, QSize room);
     /// Puts a version in the place of what is being edited; returns whether that is a change.

@@ -8,7 +8,7 @@
 #include "platform/gdi/picture.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/map_file.h"
-#include "worldmap/map_miniature.h"
+#include "worldmap/map_look.h"
 
 #include <QFileInfo>
 
@@ -40,20 +40,11 @@ QString stepName(const KeptVersion& version)
     return u"volver a la versión del "_s + version.when.toString(u"dd/MM/yyyy HH:mm"_s);
 }
 
-QString described(const WorldMap& map)
-{
-    const QString name = map.nombre.isEmpty() ? u"Mapa sin nombre"_s : u"«%1»"_s.arg(map.nombre);
-    const std::size_t places = map.mapaPines.size();
-    return name + u": %1 columnas × %2 filas, "_s.arg(map.ancho()).arg(map.alto()) +
-           (places == 1 ? u"un lugar."_s : u"%1 lugares."_s.arg(places));
-}
-
 VersionedFile versionedMap(const QString& path)
 {
     const auto look = [pictures = workspace().pictures,
                        colours = tileColours(workspace().tiles)](const KeptVersion& version) {
-        const WorldMap map = readDrawableMap(platform::readTextFile(version.path), pictures);
-        return VersionLook{described(map), true, pixelACell(map, colours)};
+        return lookAtMapFile(version.path, pictures, colours);
     };
     const auto bringBack = [](const KeptVersion& version) {
         return frmMapa().bringBack(version.path, stepName(version));
@@ -73,9 +64,9 @@ VersionedFile versionedCatalogue(const QString& path, CatalogueDocument& catalog
     const auto now = std::make_shared<const CatalogueItems>(catalogue.items().contents());
     const auto look = [now, &kind = catalogue.kind()](const KeptVersion& version) {
         const CatalogueItems items = readItems(kind, version);
-        return VersionLook{kind.counted(static_cast<int>(items.size())) + u". "_s +
-                               differences(items, *now),
-                           true, mosaic(kind, items)};
+        return FileLook{kind.counted(static_cast<int>(items.size())) + u". "_s +
+                            differences(items, *now),
+                        true, mosaic(kind, items)};
     };
     const auto bringBack = [&catalogue](const KeptVersion& version) {
         const History& history = catalogue.history();

@@ -4,8 +4,10 @@
 #include "platform/forms/picture_box.h"
 #include "platform/forms/twips.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <QTextDocument>
@@ -368,6 +370,44 @@ void IconView::mouseDoubleClickEvent(QMouseEvent* event)
     QListView::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton)
         emit dblClick();
+}
+
+/// A key that moves selects, also where it finds the current item unselected and stays there.
+void IconView::keyPressEvent(QKeyEvent* event)
+{
+    QListView::keyPressEvent(event);
+    const bool moves = event->key() >= Qt::Key_Home && event->key() <= Qt::Key_PageDown;
+    if (moves && currentIndex().isValid() && !selectedItem())
+        setCurrentIndex(currentIndex());
+}
+
+void IconView::keyboardSearch(const QString& typed)
+{
+    const bool goesOn =
+        sinceTyped_.isValid() && !sinceTyped_.hasExpired(QApplication::keyboardInputInterval());
+    sinceTyped_.start();
+    typed_ = goesOn ? typed_ + typed : typed;
+    const int current = currentIndex().row();
+    const QString folded = foldText(typed_);
+    if (!items_ || folded.isEmpty())
+        return;
+    if (!goToBeginning(folded, goesOn ? current : current + 1) &&
+        folded == QString(folded.size(), folded[0]))
+        goToBeginning(folded.left(1), current + 1);
+}
+
+/// Selects the first item that begins so, from a position on and round to it, if there is one.
+bool IconView::goToBeginning(const QString& folded, int first)
+{
+    const int count = items_->count();
+    for (int i = 0; i < count; ++i) {
+        const ListItem& item = items_->at((std::max(first, 0) + i) % count);
+        if (item.searchText().startsWith(folded)) {
+            select(item);
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace platform

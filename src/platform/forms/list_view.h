@@ -4,6 +4,7 @@
 #include "platform/core/text_filter.h"
 #include "platform/gdi/image_list.h"
 
+#include <QElapsedTimer>
 #include <QListView>
 #include <QTreeView>
 
@@ -79,6 +80,9 @@ public:
     /// The width of every cell, in pixels.
     int cellWidth() const { return cellWidth_; }
     void doItemsLayout() override;
+    /// Goes to the next item that begins with what was typed without a pause, letter case and
+    /// accents forgiven; a letter typed again goes from one of its items to the next.
+    void keyboardSearch(const QString& typed) override;
 
 signals:
     /// A double click anywhere in the list, on an item or beside them.
@@ -86,10 +90,15 @@ signals:
 
 protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    bool goToBeginning(const QString& folded, int first);
+
     ListItems* items_ = nullptr;
     int cellWidth_ = 0;
+    QString typed_;
+    QElapsedTimer sinceTyped_;
 };
 
 } // namespace platform

@@ -49,6 +49,8 @@ public:
     void load(const QString& path);
     void setPicture(const QImage& picture);
     const QImage& picture() const { return picture_; }
+    /// How many of the screen's pixels a picture has in it.
+    QSize room() const { return contentsRect().size() * devicePixelRatioF(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
