@@ -258,8 +258,8 @@ private:
 
     void pressed(const QString& form, const QString& button) override
     {
-        if (form == u"frmMapa"_s)
-            expectCommand(button);
+        if (form == u"frmMapa"_s) // those of the empty view are named by their command, too
+            expectCommand(button.startsWith(u"cmd"_s) ? button.sliced(3).toLower() : button);
         else if (form == u"frmPrinc"_s && button.startsWith(u"cmdGuardar"_s))
             expectSavedRows(button);
     }

@@ -43,6 +43,7 @@ void FrmMapa::Form_Load()
     loadPlaceMenus();
     platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);
     connectPointer();
+    loadStart();
     frmTiles().closed = [this] { ui().tiles->trigger(); };
     QObject::connect(ui().lvLugares, &QAbstractItemView::doubleClicked, &window(),
                      [this] { platform::runCommand([this] { lvLugares_DblClick(); }); });
@@ -127,6 +128,8 @@ void FrmMapa::Form_Resize()
     controls.lvLugares->resize(controls.lvLugares->width(), framesHeight - lugaresMargins);
     controls.lblPosicion->resize(mapaWidth - 2 * gap, controls.lblPosicion->height());
     controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
+    controls.frameInicio->standIn(controls.imgMapa->geometry());
+    showStart();
     drawMinimap();
     scrollMapa();
 }

@@ -179,6 +179,8 @@ private:
     QRect visibleCells();
     /// Brings status line, tool tip, pointer and overlays up to what the tools and the map are now.
     void showTools();
+    void loadStart();
+    void showStart();
     QString clickText();
     QString cellText() const;
     const ToolPointer& toolPointer() const;

@@ -81,6 +81,7 @@ void FrmMapa::showReplaced()
     drawMinimap();
     scrollMapa();
     showProperties();
+    showStart();
 }
 
 void FrmMapa::newMapa(const MapProperties& properties, QSize size)

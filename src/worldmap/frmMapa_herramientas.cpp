@@ -159,8 +159,30 @@ void FrmMapa::drawOverlays(QPainter& painter)
         drawOverlay(painter, geometry, visibleCells(), overlay);
 }
 
+void FrmMapa::loadStart()
+{
+    ui().frameInicio->offer(u"Aún no hay ningún mapa.\n¿Por dónde quiere empezar?"_s,
+                            {{u"cmdNuevo"_s, u"&Nuevo"_s, ui().nuevo},
+                             {u"cmdAbrir"_s, u"A&brir"_s, ui().abrir},
+                             {u"cmdGenerar"_s, u"&Generar"_s, ui().generar}},
+                            *ui().imgMapa);
+}
+
+/// What can be done to have a map, as long as there is none and nothing is being done on it.
+void FrmMapa::showStart()
+{
+    QWidget& panel = *ui().frameInicio;
+    const bool isWanted = accion == NoEditing && !tools_.isSelecting && documento.isStartingGrid();
+    if (isWanted != panel.isHidden())
+        return;
+    if (panel.isAncestorOf(window().focusWidget())) // or a list would get the tools' keys
+        ui().imgMapa->setFocus();
+    panel.setVisible(isWanted);
+}
+
 void FrmMapa::showTools()
 {
+    showStart();
     const Place* const place = mouseOnMap() ? mapa().placeAt(mapCell()) : nullptr;
     ui().imgMapa->setToolTip(place ? place->name : QString());
     const QString click = clickText();

@@ -72,7 +72,15 @@ void MapDocument::beginAnew(WorldMap map, const platform::KnownFile& file)
     history_.clear();
     map_ = std::move(map);
     archivo_ = file;
+    beganAnew_ = true;
     emit replaced();
+}
+
+bool MapDocument::isStartingGrid() const
+{
+    return !beganAnew_ && map_.mapaPines.empty() &&
+           std::all_of(map_.mapaTiles.begin(), map_.mapaTiles.end(),
+                       [](const QString& tile) { return tile.isEmpty(); });
 }
 
 void MapDocument::newMapa(WorldMap map)

@@ -23,6 +23,8 @@ public:
     /// Whether the map is to be asked about before it is replaced. That isn't whether it differs
     /// from its file: a new name, say, doesn't count.
     bool mapaCambiado() const { return mapaCambiado_; }
+    /// Whether there is no map yet, but the empty grid that the program begins with.
+    bool isStartingGrid() const;
 
     // Whole maps. The first two begin anew, with an empty history.
     void newMapa(WorldMap map);
@@ -111,6 +113,7 @@ private:
     WorldMap map_;
     platform::KnownFile archivo_;
     bool mapaCambiado_ = false;
+    bool beganAnew_ = false; ///< with a map that took the place of the starting grid
     bool isInStroke_ = false;
     Step* strokeStep_ = nullptr; ///< of the stroke that goes on, once it changed something
     History history_;
