@@ -22,7 +22,7 @@ StartPanel::StartPanel(QWidget* parent)
     line_->setAlignment(Qt::AlignCenter);
     line_->setWordWrap(true);
     auto* const rows = new QVBoxLayout(this);
-    rows->setContentsMargins(16, 14, 16, 16);
+    rows->setContentsMargins(12, 12, 12, 12); // so that it fits into the narrowest view
     rows->setSpacing(12);
     rows->addWidget(line_);
     rows->addLayout(buttons_);
