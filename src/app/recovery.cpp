@@ -144,8 +144,11 @@ public:
         if (path_.isEmpty())
             return;
         const QString file = path_ + u'/' + copyName(work);
-        for (int i = 2; QFileInfo::exists(file); ++i)
-            QFile::rename(file, path_ + u'/' + copyName(work + u" (%1)"_s.arg(i)));
+        int number = 2;
+        const auto aside = [&] { return path_ + u'/' + copyName(work + u" (%1)"_s.arg(number)); };
+        while (QFileInfo::exists(aside()))
+            ++number;
+        QFile::rename(file, aside());
     }
     void remove(const QString& work)
     {
