@@ -2,6 +2,7 @@
 
 #include "platform/core/app_folder.h"
 
+#include <QCoreApplication>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
@@ -106,7 +107,9 @@ public:
         constexpr int tries = 8;
         for (int i = 0; i < tries && !file_.isOpen(); ++i) {
             QString name = temporaryPattern();
-            name.replace(u'*', QString::number(QRandomGenerator::global()->generate64(), 36));
+            // A forked process goes on with the numbers of its parent.
+            name.replace(u'*', QString::number(QCoreApplication::applicationPid(), 36) + u'-' +
+                                   QString::number(QRandomGenerator::global()->generate64(), 36));
             file_.setFileName(folder + u'/' + name);
             file_.open(QIODevice::ReadWrite | QIODevice::NewOnly | QIODevice::Unbuffered);
         }
