@@ -285,8 +285,7 @@ TEST(Recovery, LosesNothingWhereNoVersionCanBeKept)
     program.begin();
     ASSERT_EQ(program.found.size(), 1u) << "it is left for the next start";
     EXPECT_TRUE(program.found[0].copies[0].content.contains("M1;M1;"));
-    LeftWork left = program.found[0];
-    left.faultyFiles.append(left.folder);
+    const LeftWork left = program.found[0];
     program.recovery.discard(left);
     program.wait();
     EXPECT_EQ(copies(app).size(), 1) << "what can't be kept elsewhere stays";

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -29,7 +30,7 @@ struct Sight {
 struct Finding {
     KnownFile known; ///< as the document knew it
     QString text;
-    QByteArray bytes{}; ///< that the file holds; empty if it can't be read
+    std::optional<QByteArray> bytes{}; ///< that the file holds, if it could be read
 };
 
 /// Keeps what was found, and returns what is to be told.
@@ -37,8 +38,8 @@ OtherVersion kept(const Finding& finding)
 {
     OtherVersion other{{}, finding.text, finding.known.path};
     try {
-        if (!finding.bytes.isEmpty())
-            other.path = platform::keepVersion(finding.known.path, finding.bytes);
+        if (finding.bytes)
+            other.path = platform::keepVersion(finding.known.path, *finding.bytes);
     } catch (const Error& error) {
         other.text += u' ' + error.description;
     }
@@ -55,18 +56,16 @@ public:
     {
         std::vector<Finding> findings;
         for (const KnownFile& known : files) {
-            const QString text = changeOf(known);
-            if (!text.isEmpty())
-                findings.push_back({known, text, bytes_});
+            if (std::optional<Finding> finding = changeOf(known))
+                findings.push_back(*std::move(finding));
         }
         return findings;
     }
 
 private:
     /// What is to be told of a file; nothing if it is as it was, or as it was last told.
-    QString changeOf(const KnownFile& known)
+    std::optional<Finding> changeOf(const KnownFile& known)
     {
-        bytes_.clear();
         const QFileInfo info(known.path);
         const Sight now{info.isFile(), info.size(), info.lastModified(), known.digest};
         if (Sight& before = seen_[known.path]; before == now)
@@ -89,11 +88,11 @@ private:
                 told_.remove(known.path);
                 return {};
             }
-            bytes_ = bytes;
             return toldOnce(known, digest,
                             u"Otro programa ha cambiado «%1» desde que se leyó o se guardó. Lo que "
                             "ha escrito queda entre sus versiones anteriores, aunque se guarde "
-                            "encima."_s.arg(name));
+                            "encima."_s.arg(name),
+                            bytes);
         } catch (const Error& error) {
             return toldOnce(
                 known, error.description.toUtf8(),
@@ -102,18 +101,19 @@ private:
         }
     }
 
-    QString toldOnce(const KnownFile& known, const QByteArray& state, const QString& text)
+    std::optional<Finding> toldOnce(const KnownFile& known, const QByteArray& state,
+                                    const QString& text,
+                                    const std::optional<QByteArray>& bytes = {})
     {
         QByteArray& told = told_[known.path];
         if (told == state)
             return {};
         told = state;
-        return text;
+        return Finding{known, text, bytes};
     }
 
     QHash<QString, Sight> seen_;
     QHash<QString, QByteArray> told_;
-    QByteArray bytes_; ///< of the file looked at
 };
 
 DiskWatch::DiskWatch(platform::Background& background)

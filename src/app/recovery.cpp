@@ -24,6 +24,11 @@ QString copyName(const QString& work)
     return work + u".copia"_s;
 }
 
+QStringList copiesIn(const QDir& folder)
+{
+    return folder.entryList({copyName(u"*"_s)}, QDir::Files);
+}
+
 /// Whether a file holds just what a copy of it does: it was saved, and only the copy is left over.
 bool isSaved(const RecoveryCopy& copy)
 {
@@ -38,17 +43,16 @@ bool isSaved(const RecoveryCopy& copy)
 
 LeftWork readLeftWork(const QString& folder)
 {
-    LeftWork left{folder, {}, {}, {}};
-    for (const QFileInfo& file : QDir(folder).entryInfoList({copyName(u"*"_s)}, QDir::Files)) {
+    LeftWork left{folder, {}, {}};
+    for (const QString& name : copiesIn(folder)) {
         try {
-            RecoveryCopy copy = readRecoveryCopy(file.filePath());
+            RecoveryCopy copy = readRecoveryCopy(folder + u'/' + name);
             if (isSaved(copy))
-                QFile::remove(file.filePath());
+                QFile::remove(copy.file);
             else
                 left.copies.push_back(std::move(copy));
         } catch (const Error& error) {
             left.faults.append(error.description);
-            left.faultyFiles.append(file.filePath());
         }
     }
     return left;
@@ -275,25 +279,28 @@ void Recovery::keepReplaced(const QString& work, const QString& target, const Co
 
 void Recovery::settle(const LeftWork& left)
 {
-    settle(left, {});
+    settle(left, false);
 }
 
 void Recovery::discard(const LeftWork& left)
 {
-    settle(left, left.faultyFiles);
+    settle(left, true);
 }
 
-void Recovery::settle(const LeftWork& left, const QStringList& alsoGone)
+void Recovery::settle(const LeftWork& left, bool withFaulty)
 {
     keepChanged();
     background_.run(
         *this,
-        [left, alsoGone] {
+        [left, withFaulty] {
             return problemOf([&] {
                 putAmongVersions(left);
-                for (const QString& file : alsoGone)
-                    QFile::remove(file);
-                QDir().rmdir(left.folder);
+                QDir folder(left.folder);
+                if (withFaulty) {
+                    for (const QString& faulty : copiesIn(folder))
+                        folder.remove(faulty);
+                }
+                folder.rmdir(left.folder); // if it is empty
             });
         },
         [this](const QString& problem) { tell(problem); });

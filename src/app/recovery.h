@@ -15,8 +15,7 @@
 struct LeftWork {
     QString folder; ///< of its copies
     std::vector<RecoveryCopy> copies;
-    QStringList faults;      ///< of copies that can't be read
-    QStringList faultyFiles; ///< those copies
+    QStringList faults; ///< of copies that can't be read
 
     /// When the last change in it was made.
     QDateTime when() const;
@@ -82,7 +81,7 @@ private:
     void keepChanged();
     void dropSaved();
     void write(Watched& watched);
-    void settle(const LeftWork& left, const QStringList& alsoGone);
+    void settle(const LeftWork& left, bool withFaulty);
     void tell(const QString& reason);
 
     platform::Background& background_;

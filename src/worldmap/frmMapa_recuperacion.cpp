@@ -78,34 +78,34 @@ QString noticeOf(const LeftWork& left)
 void FrmMapa::watchUnsavedWork()
 {
     Recovery& recovery = workspace().recovery;
+    DiskWatch& disk = workspace().diskWatch;
     recovery.watch({.name = mapWork,
                     .history = &documento.history(),
                     .snapshot = [this] { return draftOf(mapa()); },
                     .target = [this] { return draftPath(mapa().nombre); },
                     .known = [this] { return documento.archivo(); }});
-    for (CatalogueDocument* const catalogue : workspace().catalogues())
-        recovery.watch({.name = workOn(*catalogue),
-                        .history = &catalogue->history(),
-                        .snapshot = [catalogue] { return draftOf(*catalogue); },
-                        .target = [catalogue] { return cataloguePath(catalogue->kind()); },
-                        .known = [catalogue] { return catalogue->file(); }});
-    for (CatalogueDocument* const catalogue : workspace().catalogues())
-        QObject::connect(
-            catalogue, &CatalogueDocument::unsavedReplaced, &window(), [&recovery, catalogue] {
-                recovery.keepReplaced(workOn(*catalogue), cataloguePath(catalogue->kind()),
-                                      draftOf(*catalogue));
-            });
-    DiskWatch& disk = workspace().diskWatch;
     disk.watch(documento, [this] { return documento.archivo(); });
-    for (CatalogueDocument* const catalogue : workspace().catalogues())
-        disk.watch(*catalogue, [catalogue] { return catalogue->file(); });
-    QObject::connect(
-        &disk, &DiskWatch::changed, &window(),
-        [this](const platform::OtherVersion& other) { tellOfOther(*ui().avisos, other); });
     QObject::connect(&documento, &MapDocument::unsavedReplaced, &window(),
                      [&recovery](const WorldMap& map) {
                          recovery.keepReplaced(mapWork, draftPath(map.nombre), draftOf(map));
                      });
+    for (CatalogueDocument* const catalogue : workspace().catalogues()) {
+        const QString name = workOn(*catalogue);
+        const QString path = cataloguePath(catalogue->kind());
+        recovery.watch({.name = name,
+                        .history = &catalogue->history(),
+                        .snapshot = [catalogue] { return draftOf(*catalogue); },
+                        .target = [path] { return path; },
+                        .known = [catalogue] { return catalogue->file(); }});
+        disk.watch(*catalogue, [catalogue] { return catalogue->file(); });
+        QObject::connect(catalogue, &CatalogueDocument::unsavedReplaced, &window(),
+                         [&recovery, catalogue, name, path] {
+                             recovery.keepReplaced(name, path, draftOf(*catalogue));
+                         });
+    }
+    QObject::connect(
+        &disk, &DiskWatch::changed, &window(),
+        [this](const platform::OtherVersion& other) { tellOfOther(*ui().avisos, other); });
     QObject::connect(&recovery, &Recovery::found, &window(),
                      [this](const LeftWork& left) { offer(left); });
     QObject::connect(&recovery, &Recovery::failed, &window(), [this](const QString& reason) {
