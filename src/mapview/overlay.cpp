@@ -1,6 +1,6 @@
 #include "mapview/overlay.h"
 
-#include <QLine>
+#include <QLineF>
 #include <QPainter>
 #include <algorithm>
 
@@ -10,7 +10,9 @@ namespace {
 constexpr QColor darkLine(20, 16, 12, 190);
 constexpr QColor lightLine(255, 246, 214);
 constexpr int darkWidth = 3;
+constexpr int lightWidth = 1;
 constexpr int markRadius = 4;
+constexpr int markLine = 2;
 
 bool comesBefore(QPoint a, QPoint b)
 {
@@ -18,46 +20,48 @@ bool comesBefore(QPoint a, QPoint b)
 }
 
 /// The sides of a cell that lead out of the outlined cells.
-void addSides(QList<QLine>& lines, const MapGeometry& geometry, const CellOutline& outline,
-              QPoint cell)
+void addSides(QList<QLineF>& lines, const MapGeometry& geometry, const MapFrame& frame,
+              const CellOutline& outline, QPoint cell)
 {
     const QPolygon corners = geometry.corners(cell);
     const auto count = static_cast<int>(corners.size());
     for (int side = 0; side < count; ++side) {
         if (!outline.contains(geometry.across(cell, side)))
-            lines.emplaceBack(corners[side], corners[(side + 1) % count]);
+            lines.emplaceBack(frame.at(corners[side]), frame.at(corners[(side + 1) % count]));
     }
 }
 
-void draw(QPainter& painter, const MapGeometry& geometry, const QRect& visibleCells,
+void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
           const CellOutline& outline)
 {
-    QList<QLine> lines;
-    const QRect looked = outline.bounds & visibleCells;
+    QList<QLineF> lines;
+    const QRect looked = outline.bounds & geometry.cellsIn(frame.part);
     if (!outline.cells.empty()) {
         for (const QPoint cell : outline.cells)
-            addSides(lines, geometry, outline, cell);
+            addSides(lines, geometry, frame, outline, cell);
     } else {
         for (int row = looked.top(); row <= looked.bottom(); ++row) {
             for (int column = looked.left(); column <= looked.right(); ++column)
-                addSides(lines, geometry, outline, {column, row});
+                addSides(lines, geometry, frame, outline, {column, row});
         }
     }
-    painter.setPen(QPen(darkLine, darkWidth, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(darkLine, darkWidth * frame.unit, Qt::SolidLine, Qt::RoundCap));
     painter.drawLines(lines);
-    painter.setPen(QPen(lightLine, 1, outline.isDashed ? Qt::DotLine : Qt::SolidLine));
+    painter.setPen(
+        QPen(lightLine, lightWidth * frame.unit, outline.isDashed ? Qt::DotLine : Qt::SolidLine));
     painter.drawLines(lines);
 }
 
-void draw(QPainter& painter, const MapGeometry& geometry, const QRect& visibleCells,
+void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
           const CellMark& mark)
 {
-    if (!visibleCells.contains(mark.cell))
+    if (!geometry.cellsIn(frame.part).contains(mark.cell))
         return;
-    painter.setPen(QPen(lightLine, 2));
+    painter.setPen(QPen(lightLine, markLine * frame.unit));
     painter.setBrush(mark.color);
-    painter.drawEllipse(geometry.corners(mark.cell).boundingRect().center(), markRadius,
-                        markRadius);
+    const QPointF middle = frame.at(geometry.corners(mark.cell).boundingRect().center());
+    const double radius = std::max(markRadius * frame.unit, markRadius * frame.scale);
+    painter.drawEllipse(middle, radius, radius);
 }
 
 } // namespace
@@ -68,11 +72,11 @@ bool CellOutline::contains(QPoint cell) const
            (cells.empty() || std::binary_search(cells.begin(), cells.end(), cell, comesBefore));
 }
 
-void drawOverlay(QPainter& painter, const MapGeometry& geometry, const QRect& visibleCells,
+void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
                  const Overlay& overlay)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    std::visit([&](const auto& value) { draw(painter, geometry, visibleCells, value); }, overlay);
+    std::visit([&](const auto& value) { draw(painter, geometry, frame, value); }, overlay);
     painter.restore();
 }

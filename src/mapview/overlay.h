@@ -3,6 +3,7 @@
 #include "mapview/map_geometry.h"
 
 #include <QColor>
+#include <QPointF>
 #include <QRect>
 #include <variant>
 #include <vector>
@@ -30,7 +31,16 @@ struct CellMark {
 /// Something drawn over the view of a map that is no part of its picture.
 using Overlay = std::variant<CellOutline, CellMark>;
 
-/// Draws an overlay with a painter whose coordinates are pixels of the map's whole picture, as far
-/// as it lies in a rectangle of cells.
-void drawOverlay(QPainter& painter, const MapGeometry& geometry, const QRect& visibleCells,
+/// Where a painter draws a part of a map's picture: from its own (0, 0) on.
+struct MapFrame {
+    QRect part;       ///< of the picture, in its pixels
+    double scale = 1; ///< units of the painter to a pixel of the picture
+    double unit = 1;  ///< units of the painter to a pixel of a plain screen, for lines and letters
+
+    /// Where a point of the picture is, in units of the painter.
+    QPointF at(QPointF pixel) const { return (pixel - part.topLeft()) * scale; }
+};
+
+/// Draws an overlay as far as it can be seen in the frame.
+void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
                  const Overlay& overlay);

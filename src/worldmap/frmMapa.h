@@ -176,7 +176,6 @@ private:
     void pasteClipboard();
     std::vector<Overlay> overlays();
     void drawOverlays(QPainter& painter);
-    QRect visibleCells();
     /// Brings status line, tool tip, pointer and overlays up to what the tools and the map are now.
     void showTools();
     void loadStart();

@@ -144,19 +144,12 @@ std::vector<Overlay> FrmMapa::overlays()
     return all;
 }
 
-QRect FrmMapa::visibleCells()
-{
-    const QSize view = ui().imgMapa->size();
-    return QRect(currX - 1, currY - 1, view.width() / hex::columnPitch + 3,
-                 view.height() / hex::cellHeight + 3);
-}
-
 void FrmMapa::drawOverlays(QPainter& painter)
 {
-    const HexMapGeometry geometry;
-    painter.translate(-hex::cellOrigin(currX, currY));
+    const HexMapGeometry geometry({mapa().ancho(), mapa().alto()});
+    const MapFrame frame{QRect(hex::cellOrigin(currX, currY), ui().imgMapa->size())};
     for (const Overlay& overlay : overlays_)
-        drawOverlay(painter, geometry, visibleCells(), overlay);
+        drawOverlay(painter, geometry, frame, overlay);
 }
 
 void FrmMapa::loadStart()

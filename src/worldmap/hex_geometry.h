@@ -53,11 +53,17 @@ constexpr int distance(QPoint from, QPoint to)
     return (absolute(columns) + absolute(rows) + absolute(columns + rows)) / 2;
 }
 
-/// Size of the picture of a whole map. The last column's pictures are cut where the next column
-/// would begin.
+/// Size of a whole map, by which its proportions are reckoned.
 constexpr QSize mapSize(int columns, int rows)
 {
     return {columnPitch * columns, oddColumnShift + cellHeight * rows};
+}
+
+/// Size of the picture of a whole map: the last column's pictures reach beyond where the next
+/// column would begin.
+constexpr QSize pictureSize(int columns, int rows)
+{
+    return mapSize(columns, rows) + QSize(cellWidth - columnPitch, 0);
 }
 
 /// The cell under a point, relative to the cell at the top left corner of the view, whose column

@@ -7,6 +7,17 @@
 class HexMapGeometry final : public MapGeometry
 {
 public:
+    /// Of a map of that many columns and rows.
+    explicit HexMapGeometry(QSize cells) : cells_(cells) {}
+
+    QSize cells() const override { return cells_; }
+    QSize pictureSize() const override { return hex::pictureSize(cells_.width(), cells_.height()); }
+    QRect cellRect(QPoint cell) const override
+    {
+        return {hex::cellOrigin(cell.x(), cell.y()), QSize(hex::cellWidth, hex::cellHeight)};
+    }
+    QPoint cellAt(QPoint pixel) const override { return hex::cellAt(pixel); }
+
     QPolygon corners(QPoint cell) const override
     {
         constexpr int inset = 4; // of the upper and the lower side, as the tiles' masks have it
@@ -28,4 +39,7 @@ public:
                                            QPoint(-1, down), QPoint(-1, down - 1)};
         return cell + beyond.at(static_cast<std::size_t>(side));
     }
+
+private:
+    QSize cells_;
 };
