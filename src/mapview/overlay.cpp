@@ -1,82 +1,51 @@
 #include "mapview/overlay.h"
 
-#include <QLineF>
 #include <QPainter>
-#include <algorithm>
 
 namespace {
 
-// A light line on a dark one is seen on every terrain.
-constexpr QColor darkLine(20, 16, 12, 190);
-constexpr QColor lightLine(255, 246, 214);
-constexpr int darkWidth = 3;
-constexpr int lightWidth = 1;
-constexpr int markRadius = 4;
-constexpr int markLine = 2;
-
-bool comesBefore(QPoint a, QPoint b)
+/// A scale bar is nothing but a key.
+void draw(QPainter& /*painter*/, const MapGeometry& /*geometry*/, const MapFrame& /*frame*/,
+          const ScaleBar& /*bar*/)
 {
-    return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x();
 }
 
-/// The sides of a cell that lead out of the outlined cells.
-void addSides(QList<QLineF>& lines, const MapGeometry& geometry, const MapFrame& frame,
-              const CellOutline& outline, QPoint cell)
-{
-    const QPolygon corners = geometry.corners(cell);
-    const auto count = static_cast<int>(corners.size());
-    for (int side = 0; side < count; ++side) {
-        if (!outline.contains(geometry.across(cell, side)))
-            lines.emplaceBack(frame.at(corners[side]), frame.at(corners[(side + 1) % count]));
-    }
-}
-
-void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
-          const CellOutline& outline)
-{
-    QList<QLineF> lines;
-    const QRect looked = outline.bounds & geometry.cellsIn(frame.part);
-    if (!outline.cells.empty()) {
-        for (const QPoint cell : outline.cells)
-            addSides(lines, geometry, frame, outline, cell);
-    } else {
-        for (int row = looked.top(); row <= looked.bottom(); ++row) {
-            for (int column = looked.left(); column <= looked.right(); ++column)
-                addSides(lines, geometry, frame, outline, {column, row});
-        }
-    }
-    painter.setPen(QPen(darkLine, darkWidth * frame.unit, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLines(lines);
-    painter.setPen(
-        QPen(lightLine, lightWidth * frame.unit, outline.isDashed ? Qt::DotLine : Qt::SolidLine));
-    painter.drawLines(lines);
-}
-
-void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
-          const CellMark& mark)
-{
-    if (!geometry.cellsIn(frame.part).contains(mark.cell))
-        return;
-    painter.setPen(QPen(lightLine, markLine * frame.unit));
-    painter.setBrush(mark.color);
-    const QPointF middle = frame.at(geometry.corners(mark.cell).boundingRect().center());
-    const double radius = std::max(markRadius * frame.unit, markRadius * frame.scale);
-    painter.drawEllipse(middle, radius, radius);
-}
-
-} // namespace
-
-bool CellOutline::contains(QPoint cell) const
-{
-    return bounds.contains(cell) &&
-           (cells.empty() || std::binary_search(cells.begin(), cells.end(), cell, comesBefore));
-}
-
-void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
-                 const Overlay& overlay)
+void drawInto(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+              const Overlay& overlay)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     std::visit([&](const auto& value) { draw(painter, geometry, frame, value); }, overlay);
     painter.restore();
+}
+
+void drawKeys(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+              std::span<const Overlay> overlays)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    int keys = 0;
+    for (const Overlay& overlay : overlays) {
+        if (const auto* const colours = std::get_if<CellColours>(&overlay))
+            drawKey(painter, frame, *colours, keys++);
+        else if (const auto* const bar = std::get_if<ScaleBar>(&overlay))
+            drawBar(painter, geometry, frame, *bar);
+    }
+    painter.restore();
+}
+
+} // namespace
+
+void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+                 const Overlay& overlay)
+{
+    drawOverlays(painter, geometry, frame, {&overlay, 1});
+}
+
+void drawOverlays(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+                  std::span<const Overlay> overlays)
+{
+    for (const Overlay& overlay : overlays)
+        drawInto(painter, geometry, frame, overlay);
+    drawKeys(painter, geometry, frame, overlays);
 }
