@@ -22,7 +22,7 @@ Error withoutTemperature(const QString& tile, int row, int column)
 
 } // namespace
 
-QString climateReport(const WorldMap& map, const Palette& tiles, const QString& decimalPoint)
+Climate climateOf(const WorldMap& map, const Palette& tiles)
 {
     const int span = map.latNorte - map.latSur;
     if (span == 0)
@@ -32,10 +32,7 @@ QString climateReport(const WorldMap& map, const Palette& tiles, const QString& 
     // The latitudes are kept in single precision and added up row by row, which decides figures
     // that fall near a whole number.
     const float step = static_cast<float>(span) / static_cast<float>(map.alto());
-    const QString lineEnd = u"\r\n"_s;
-    QString text = QString::number(span) + lineEnd;
-    text += QString::number(static_cast<double>(step), 'g', 7).replace(u'.', decimalPoint);
-    text += lineEnd;
+    Climate climate{span, step, CellFigures(map.alto(), map.ancho())};
     NameCache<std::optional<int>> modifiers;
     const auto lookUp = [&](const QString& tile) {
         return numberField(tiles, tile, u"temperatura"_s);
@@ -49,12 +46,36 @@ QString climateReport(const WorldMap& map, const Palette& tiles, const QString& 
             if (!modifier)
                 throw withoutTemperature(tile, row, column);
             const auto warmth = static_cast<float>(distance + *modifier);
-            const auto figure =
+            climate.figures(row, column) =
                 static_cast<float>(std::floor(static_cast<double>(warmth) * 100 / (span / 15.0)));
-            text += QString::number(static_cast<qint64>(figure)) + u' ';
         }
         latitude -= step;
+    }
+    return climate;
+}
+
+QString climateReport(const Climate& climate, const QString& decimalPoint)
+{
+    const QString lineEnd = u"\r\n"_s;
+    QString text = QString::number(climate.span) + lineEnd;
+    text += QString::number(static_cast<double>(climate.step), 'g', 7).replace(u'.', decimalPoint);
+    text += lineEnd;
+    const CellFigures& figures = climate.figures;
+    for (int row = 0; row < figures.rows(); ++row) {
+        for (int column = 0; column < figures.columns(); ++column)
+            text += QString::number(static_cast<qint64>(*figures(row, column))) + u' ';
         text += lineEnd;
     }
     return text;
+}
+
+QString climateReport(const WorldMap& map, const Palette& tiles, const QString& decimalPoint)
+{
+    return climateReport(climateOf(map, tiles), decimalPoint);
+}
+
+CellColours climateColours(const Climate& climate)
+{
+    // High figures are cold ones, and dark blue looks colder than yellow.
+    return cellColours(climate.figures, u"Clima (cifra alta: frío)"_s, 0, LightEnd::Lowest);
 }
