@@ -167,3 +167,29 @@ TEST_F(MapGenerationTest, TheClimateReportNeedsLatitudes)
     EXPECT_TRUE(boxes.asked().back().text.contains(u"X:9 Y:7"_s));
     EXPECT_EQ(frmClima().ui().txtClima->toPlainText(), text);
 }
+
+TEST_F(MapGenerationTest, TheClimateHasAPageWithItsMap)
+{
+    alterMap([](WorldMap& map) {
+        map.latNorte = 60;
+        map.latSur = 0;
+    });
+    press(frmMapa().ui().clima);
+    Ui::FrmClima& ui = frmClima().ui();
+    EXPECT_EQ(ui.tabClima->currentIndex(), 0);
+    EXPECT_EQ(ui.tabClima->tabText(0), u"Informe"_s);
+    EXPECT_EQ(ui.tabClima->tabText(1), u"Mapa"_s);
+    EXPECT_EQ(frmClima().window().focusWidget(), ui.txtClima);
+    EXPECT_TRUE(ui.imgClima->accessibleDescription().startsWith(u"Clima"_s));
+    ui.tabClima->setCurrentIndex(1);
+    // North, dark, is cold; the window's size is the map's.
+    for (const QSize size : {QSize(760, 480), QSize(300, 700), QSize(120, 90), QSize(60, 30)}) {
+        frmClima().window().resize(size);
+        const QImage shown = ui.imgClima->grab().toImage();
+        const int middle = shown.width() / 2;
+        const bool hasRoom = shown.height() > 200;
+        const int top = hasRoom ? (shown.height() - 68) / 2 - 40 : 0;
+        const int bottom = hasRoom ? (shown.height() - 68) / 2 + 40 : 0;
+        EXPECT_EQ(qGray(shown.pixel(middle, top)) < qGray(shown.pixel(middle, bottom)), hasRoom);
+    }
+}

@@ -68,7 +68,8 @@ void FrmMapa::drawCamino(const QString& route)
 
 void FrmMapa::showClima()
 {
-    const QString report = climateReport(mapa(), workspace().tiles, QLocale().decimalPoint());
-    frmClima().ui().txtClima->setPlainText(report);
+    const Climate climate = climateOf(mapa(), workspace().tiles);
+    frmClima().setClimate(climateReport(climate, QLocale().decimalPoint()),
+                          climateColours(climate));
     frmClima().show();
 }
