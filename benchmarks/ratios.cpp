@@ -1,6 +1,6 @@
 #include "ratios.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdio>
@@ -53,7 +53,8 @@ bool addRatio(const Ratio& ratio)
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // letters need fonts, but no screen
+    const QGuiApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     Reporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);

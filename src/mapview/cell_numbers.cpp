@@ -51,14 +51,8 @@ public:
         for (const QChar letter : letters) {
             const QPointF baseLine(halo_ + (advance_ - metrics.horizontalAdvance(letter)) / 2,
                                    halo_ + height_);
-            halos_[letter] = lettering::kept(sizeOf(1), density, [&](QPainter& painter) {
-                painter.setFont(font_);
-                lettering::drawHalo(painter, baseLine, letter, halo_);
-            });
-            letters_[letter] = lettering::kept(sizeOf(1), density, [&](QPainter& painter) {
-                painter.setFont(font_);
-                lettering::drawLetters(painter, baseLine, letter);
-            });
+            letters_[letter] = lettering::letters(font_, letter, baseLine, sizeOf(1), density);
+            halos_[letter] = lettering::haloOf(letters_[letter], halo_);
         }
     }
 

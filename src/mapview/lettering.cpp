@@ -1,18 +1,40 @@
 #include "mapview/lettering.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace lettering {
 namespace {
 
 constexpr QColor ink(28, 20, 12);
-constexpr QColor halo(255, 250, 236, 225);
+constexpr QColor halo(255, 250, 236);
+constexpr double haloStrength = 0.9;
 constexpr QColor plate(255, 250, 236);
 constexpr QColor plateEdge(28, 20, 12, 150);
 constexpr double plateRounding = 3;
+
+/// A pixel of a disc round (0, 0), and how much of it the disc covers.
+struct DiscPixel {
+    int x;
+    int y;
+    double share;
+};
+
+std::vector<DiscPixel> discOf(double radius)
+{
+    std::vector<DiscPixel> disc;
+    const int reach = static_cast<int>(std::ceil(radius));
+    for (int y = -reach; y <= reach; ++y) {
+        for (int x = -reach; x <= reach; ++x) {
+            const double share = std::clamp(radius + 0.5 - std::hypot(x, y), 0.0, 1.0);
+            if (share > 0)
+                disc.push_back({x, y, share * haloStrength});
+        }
+    }
+    return disc;
+}
 
 } // namespace
 
@@ -22,33 +44,50 @@ QFont font(double size, QFont::Weight weight)
     letters.setPixelSize(std::max(1, static_cast<int>(std::lround(size))));
     letters.setWeight(weight);
     letters.setKerning(false);
-    // The halo follows the letters' outlines, which hinting would move.
-    letters.setHintingPreference(QFont::PreferNoHinting);
+    letters.setHintingPreference(QFont::PreferNoHinting); // which changes widths
     return letters;
 }
 
-void drawLetters(QPainter& painter, QPointF baseLine, const QString& text)
-{
-    useInk(painter, 1);
-    painter.drawText(baseLine, text);
-}
-
-void drawHalo(QPainter& painter, QPointF baseLine, const QString& text, double haloWidth)
-{
-    QPainterPath outlines;
-    outlines.addText(baseLine, painter.font(), text);
-    painter.strokePath(outlines,
-                       QPen(halo, 2 * haloWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-}
-
-QImage kept(QSize size, double density, const std::function<void(QPainter&)>& drawing)
+QImage letters(const QFont& font, const QString& text, QPointF baseLine, QSize size, double density)
 {
     QImage picture((QSizeF(size) * density).toSize(), QImage::Format_ARGB32_Premultiplied);
     picture.setDevicePixelRatio(density);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    drawing(painter);
+    painter.setFont(font);
+    useInk(painter, 1);
+    painter.drawText(baseLine, text);
+    return picture;
+}
+
+QImage haloOf(const QImage& letters, double width)
+{
+    const std::vector<DiscPixel> disc = discOf(width * letters.devicePixelRatio());
+    QImage reached(letters.size(), QImage::Format_Alpha8);
+    reached.fill(0);
+    for (int y = 0; y < letters.height(); ++y) {
+        const auto* const row = reinterpret_cast<const QRgb*>(letters.constScanLine(y));
+        for (int x = 0; x < letters.width(); ++x) {
+            // Thin strokes cover no pixel wholly, and yet want a whole halo.
+            const int strength = std::min(2 * qAlpha(row[x]), 255);
+            if (strength == 0)
+                continue;
+            for (const DiscPixel& pixel : disc) {
+                const QPoint target(x + pixel.x, y + pixel.y);
+                if (!reached.rect().contains(target))
+                    continue;
+                uchar& there = reached.scanLine(target.y())[target.x()];
+                there = std::max(there, static_cast<uchar>(strength * pixel.share));
+            }
+        }
+    }
+    QImage picture(letters.size(), QImage::Format_ARGB32_Premultiplied);
+    picture.fill(halo);
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.drawImage(0, 0, reached);
+    painter.end();
+    picture.setDevicePixelRatio(letters.devicePixelRatio());
     return picture;
 }
 

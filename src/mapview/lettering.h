@@ -4,7 +4,6 @@
 #include <QImage>
 #include <QRectF>
 #include <QString>
-#include <functional>
 
 class QPainter;
 
@@ -14,14 +13,14 @@ namespace lettering {
 /// Letters whose widths add up to their text's: that many units of the painter high.
 QFont font(double size, QFont::Weight weight = QFont::Normal);
 
-/// Write dark letters and the light halo that makes them readable on every terrain, from the left
-/// end of their base line on. The halo reaches that far beyond the letters.
-void drawLetters(QPainter& painter, QPointF baseLine, const QString& text);
-void drawHalo(QPainter& painter, QPointF baseLine, const QString& text, double haloWidth);
+/// Dark letters from that left end of their base line on, in a transparent picture of that size, of
+/// as many of its pixels to a unit as `density` says.
+QImage letters(const QFont& font, const QString& text, QPointF baseLine, QSize size,
+               double density);
 
-/// What is drawn into a picture of that size, as many of its pixels to a unit as `density` says:
-/// drawing it again is much faster than halos are.
-QImage kept(QSize size, double density, const std::function<void(QPainter&)>& drawing);
+/// A light halo to be drawn below letters, which makes them readable on every terrain. It reaches
+/// so many units beyond them.
+QImage haloOf(const QImage& letters, double width);
 
 /// Draws the light ground of a key.
 void drawPlate(QPainter& painter, const QRectF& box, double unit);

@@ -268,13 +268,13 @@ namespace {
 /// A name as it looks, in the painter's own pixels.
 QImage pictureOf(const PlacedName& name, const MapFrame& frame, double density)
 {
-    return lettering::kept(name.box.size(), density, [&](QPainter& painter) {
-        painter.setFont(fontFor(frame, name.isBold));
-        const double halo = haloWidth * frame.unit;
-        const QPointF baseLine(halo, QFontMetricsF(painter.font()).ascent());
-        lettering::drawHalo(painter, baseLine, name.text, halo);
-        lettering::drawLetters(painter, baseLine, name.text);
-    });
+    const QFont font = fontFor(frame, name.isBold);
+    const double halo = haloWidth * frame.unit;
+    const QPointF baseLine(halo, QFontMetricsF(font).ascent());
+    const QImage letters = lettering::letters(font, name.text, baseLine, name.box.size(), density);
+    QImage picture = lettering::haloOf(letters, halo);
+    QPainter(&picture).drawImage(0, 0, letters);
+    return picture;
 }
 
 void drawDot(QPainter& painter, const QRectF& dot, double unit)
