@@ -89,9 +89,19 @@ void drawFigures(QPainter& painter, const QStringList& scale, const QRectF& ramp
     }
 }
 
-void drawHexagons(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
-                  const QImage& picture)
+bool isUncovered(const CellColours& colours, QPoint cell)
 {
+    return std::binary_search(
+        colours.uncovered.begin(), colours.uncovered.end(), cell,
+        [](QPoint a, QPoint b) { return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x(); });
+}
+
+void drawHexagons(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+                  const CellColours& colours)
+{
+    const QImage& picture = colours.picture;
+    const bool hasPins =
+        geometry.cellRect({0, 0}).height() * frame.scale >= smallestPin * frame.unit;
     // With hard edges: soft ones would show the terrain between the cells.
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(Qt::NoPen);
@@ -100,7 +110,7 @@ void drawHexagons(QPainter& painter, const MapGeometry& geometry, const MapFrame
     for (int row = cells.top(); row <= cells.bottom(); ++row) {
         for (int column = cells.left(); column <= cells.right(); ++column) {
             const QRgb colour = picture.pixel(column, row);
-            if (qAlpha(colour) == 0)
+            if (qAlpha(colour) == 0 || (hasPins && isUncovered(colours, {column, row})))
                 continue;
             corners.clear();
             for (const QPoint corner : geometry.corners({column, row}))
@@ -145,7 +155,7 @@ CellColours cellColours(const CellFigures& figures, const QString& title, int de
             pixels[column] = figure ? ramp.at(static_cast<std::size_t>(share * finest)) : 0;
         }
     }
-    return {picture, title, scaleOf(span, decimals), lightEnd};
+    return {picture, title, scaleOf(span, decimals), lightEnd, {}};
 }
 
 QSizeF colourKeySize(double unit)
@@ -185,7 +195,7 @@ void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
     painter.setOpacity(opacity);
     const QRect first = geometry.cellRect({0, 0});
     if (first.height() * frame.scale >= smallestHexagon) {
-        drawHexagons(painter, geometry, frame, colours.picture);
+        drawHexagons(painter, geometry, frame, colours);
     } else {
         const QPoint end = geometry.cellRect({colours.picture.width(), 0}).topLeft();
         painter.setRenderHint(QPainter::SmoothPixmapTransform);

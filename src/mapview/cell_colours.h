@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QStringList>
 #include <optional>
+#include <vector>
 
 class QPainter;
 
@@ -22,6 +23,7 @@ struct CellColours {
     QString title;     ///< of the key
     QStringList scale; ///< the key's figures, evenly from the lowest to the highest of the map
     LightEnd lightEnd = LightEnd::Highest;
+    std::vector<QPoint> uncovered; ///< row by row: left as they are where pins can be made out
 
     bool operator==(const CellColours&) const = default;
 };

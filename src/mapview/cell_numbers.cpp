@@ -104,7 +104,8 @@ QString cellNumber(QPoint cell)
     return form.arg(column, 2, 10, QLatin1Char('0')).arg(row, 2, 10, QLatin1Char('0'));
 }
 
-std::vector<CellLabel> cellLabels(const MapGeometry& geometry, const MapFrame& frame)
+std::vector<CellLabel> cellLabels(const MapGeometry& geometry, const MapFrame& frame,
+                                  const std::vector<QRect>& taken)
 {
     const QSize last = geometry.cells() - QSize(1, 1);
     const QSize size =
@@ -117,6 +118,8 @@ std::vector<CellLabel> cellLabels(const MapGeometry& geometry, const MapFrame& f
     const int reach = static_cast<int>(std::max(size.width(), size.height()) / frame.scale) + 1;
     const QRect cells = geometry.cellsIn(frame.part.adjusted(-reach, -reach, reach, reach));
     const auto firstFrom = [step](int least) { return (least + step) / step * step - 1; };
+    const QRect picture =
+        frame.at(QRectF(QPointF(), QSizeF(geometry.pictureSize()))).toAlignedRect();
     std::vector<CellLabel> labels;
     for (int row = firstFrom(cells.top()); row <= cells.bottom(); row += step) {
         for (int column = firstFrom(cells.left()); column <= cells.right(); column += step) {
@@ -125,17 +128,21 @@ std::vector<CellLabel> cellLabels(const MapGeometry& geometry, const MapFrame& f
             box.moveCenter(cell.center());
             if (isAtTop)
                 box.moveTop(cell.top());
-            labels.push_back({QRect(box.topLeft().toPoint(), size), cellNumber({column, row})});
+            const QRect place(box.topLeft().toPoint(), size);
+            if (picture.contains(place) &&
+                std::none_of(taken.begin(), taken.end(),
+                             [&](const QRect& other) { return other.intersects(place); }))
+                labels.push_back({place, cellNumber({column, row})});
         }
     }
     return labels;
 }
 
-void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
-          const CellNumbers& /*numbers*/)
+void drawNumbers(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+                 const std::vector<QRect>& taken)
 {
     NumberLetters letters(frame);
     letters.prepare(std::max(1.0, painter.deviceTransform().m11()));
-    for (const CellLabel& label : cellLabels(geometry, frame))
+    for (const CellLabel& label : cellLabels(geometry, frame, taken))
         letters.write(painter, label);
 }

@@ -24,8 +24,10 @@ struct CellLabel {
 };
 
 /// The numbers that a frame shows. They never touch: only those of every second, fifth, tenth...
-/// column and row are there, by the scale.
-std::vector<CellLabel> cellLabels(const MapGeometry& geometry, const MapFrame& frame);
+/// column and row are there, by the scale; of those, the ones that reach out of the map's picture
+/// or into what is taken by others are left out.
+std::vector<CellLabel> cellLabels(const MapGeometry& geometry, const MapFrame& frame,
+                                  const std::vector<QRect>& taken = {});
 
-void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
-          const CellNumbers& numbers);
+void drawNumbers(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+                 const std::vector<QRect>& taken);

@@ -4,6 +4,9 @@
 #include <QRect>
 #include <QRectF>
 
+/// Where cells are less high, in pixels of a plain screen, their pins can't be made out.
+inline constexpr int smallestPin = 6;
+
 /// Where a painter draws a part of a map's picture: from its own (0, 0) on.
 struct MapFrame {
     QRect part;       ///< of the picture, in its pixels

@@ -4,35 +4,69 @@
 
 namespace {
 
-/// A scale bar is nothing but a key.
-void draw(QPainter& /*painter*/, const MapGeometry& /*geometry*/, const MapFrame& /*frame*/,
-          const ScaleBar& /*bar*/)
+/// Draws overlays that may know of each other.
+class Drawing
 {
-}
-
-void drawInto(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
-              const Overlay& overlay)
-{
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    std::visit([&](const auto& value) { draw(painter, geometry, frame, value); }, overlay);
-    painter.restore();
-}
-
-void drawKeys(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
-              std::span<const Overlay> overlays)
-{
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    int keys = 0;
-    for (const Overlay& overlay : overlays) {
-        if (const auto* const colours = std::get_if<CellColours>(&overlay))
-            drawKey(painter, frame, *colours, keys++);
-        else if (const auto* const bar = std::get_if<ScaleBar>(&overlay))
-            drawBar(painter, geometry, frame, *bar);
+public:
+    Drawing(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+            std::span<const Overlay> overlays)
+        : painter_(painter),
+          geometry_(geometry),
+          frame_(frame),
+          overlays_(overlays)
+    {
     }
-    painter.restore();
-}
+
+    void drawAll()
+    {
+        for (const Overlay& overlay : overlays_) {
+            painter_.save();
+            painter_.setRenderHint(QPainter::Antialiasing);
+            std::visit([this](const auto& value) { drawOne(value); }, overlay);
+            painter_.restore();
+        }
+    }
+
+    void drawKeys()
+    {
+        painter_.save();
+        painter_.setRenderHint(QPainter::Antialiasing);
+        int keys = 0;
+        for (const Overlay& overlay : overlays_) {
+            if (const auto* const colours = std::get_if<CellColours>(&overlay))
+                drawKey(painter_, frame_, *colours, keys++);
+            else if (const auto* const bar = std::get_if<ScaleBar>(&overlay))
+                drawBar(painter_, geometry_, frame_, *bar);
+        }
+        painter_.restore();
+    }
+
+private:
+    template <typename Value>
+    void drawOne(const Value& value)
+    {
+        draw(painter_, geometry_, frame_, value);
+    }
+
+    /// Numbers give way to names.
+    void drawOne(const CellNumbers& /*numbers*/)
+    {
+        std::vector<QRect> taken;
+        for (const Overlay& overlay : overlays_) {
+            if (const auto* const names = std::get_if<PlaceNames>(&overlay))
+                taken = names->taken(geometry_, frame_);
+        }
+        drawNumbers(painter_, geometry_, frame_, taken);
+    }
+
+    /// A scale bar is nothing but a key.
+    void drawOne(const ScaleBar& /*bar*/) {}
+
+    QPainter& painter_;
+    const MapGeometry& geometry_;
+    const MapFrame& frame_;
+    std::span<const Overlay> overlays_;
+};
 
 } // namespace
 
@@ -45,7 +79,7 @@ void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame&
 void drawOverlays(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
                   std::span<const Overlay> overlays)
 {
-    for (const Overlay& overlay : overlays)
-        drawInto(painter, geometry, frame, overlay);
-    drawKeys(painter, geometry, frame, overlays);
+    Drawing drawing(painter, geometry, frame, overlays);
+    drawing.drawAll();
+    drawing.drawKeys();
 }

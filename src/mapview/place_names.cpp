@@ -19,8 +19,7 @@ constexpr double letterSize = 12;
 constexpr double largeLetterSize = 14;
 constexpr double longestName = 170;
 constexpr double haloWidth = 2;
-constexpr double smallestPin = 6; // where a dot takes its place
-constexpr double dotSize = 7;
+constexpr double dotSize = 7; // in the place of pins
 constexpr QColor dotColour(150, 32, 24);
 constexpr QColor dotEdge(255, 250, 236);
 constexpr double largeFrom = 3; // times that the map is enlarged
@@ -193,9 +192,11 @@ std::vector<PlacedName> placeNames(const std::vector<NamedPlace>& places,
 
     const double square = 2 * widths[0].height();
     Room pins(picture.size(), square);
-    Room names(picture.size(), square);
-    for (const NamedPlace& place : places)
-        pins.take(around(whole.at(QRectF(geometry.cellRect(place.cell)))));
+    Room names(picture.size(), square); // and dots
+    for (const NamedPlace& place : places) {
+        if (!hasDots)
+            pins.take(around(whole.at(QRectF(geometry.cellRect(place.cell)))));
+    }
     std::vector<PlacedName> placed;
     for (const std::size_t i : inOrder(places)) {
         const NamedPlace& place = places[i];
@@ -261,6 +262,20 @@ const std::vector<PlacedName>& PlaceNames::layout(const MapGeometry& geometry,
     board_->layouts.push_back(
         {geometry.cells(), frame.scale, frame.unit, placeNames(board_->places, geometry, frame)});
     return board_->layouts.back().names;
+}
+
+std::vector<QRect> PlaceNames::taken(const MapGeometry& geometry, const MapFrame& frame) const
+{
+    const QPoint corner = (QPointF(frame.part.topLeft()) * frame.scale).toPoint();
+    const QRect shown = around(frame.surface());
+    std::vector<QRect> boxes;
+    for (const PlacedName& name : layout(geometry, frame)) {
+        for (const QRect& box : {name.box, name.pin}) {
+            if (const QRect there = box.translated(-corner); there.intersects(shown))
+                boxes.push_back(there);
+        }
+    }
+    return boxes;
 }
 
 namespace {

@@ -30,8 +30,8 @@ struct PlacedName {
 
 /// Where the names of a map's places are written at a scale: near their places, covering neither
 /// each other nor a place's cell, inside the picture if it is large enough. Where there isn't room
-/// for all, the more important ones stay. Where the map is so small that pins can't be seen, a name
-/// comes with a dot, which no other name covers.
+/// for all, the more important ones stay. Where the map is so small that pins can't be made out, a
+/// name comes with a dot in its pin's place, and only dots are kept clear.
 std::vector<PlacedName> placeNames(const std::vector<NamedPlace>& places,
                                    const MapGeometry& geometry, const MapFrame& frame);
 
@@ -44,6 +44,9 @@ public:
 
     /// As the free function, remembered.
     const std::vector<PlacedName>& layout(const MapGeometry& geometry, const MapFrame& frame) const;
+
+    /// What the names that a frame shows and their pins cover of it.
+    std::vector<QRect> taken(const MapGeometry& geometry, const MapFrame& frame) const;
 
     /// Copies of one value are equal; finding out whether others are isn't worth the time.
     bool operator==(const PlaceNames&) const = default;

@@ -57,6 +57,14 @@ PlaceNames placeNamesOf(const WorldMap& map, const Palette& pins)
     return PlaceNames(std::move(places));
 }
 
+CellColours besidePlaces(CellColours colours, const WorldMap& map)
+{
+    colours.uncovered.clear();
+    for (const auto& [cell, place] : map.mapaPines)
+        colours.uncovered.push_back(cell);
+    return colours;
+}
+
 CellColours inhabitantsColours(const WorldMap& map, const Palette& tiles)
 {
     return cellColours(inhabitantsFigures(map, tiles), u"Habitantes por km²"_s, 1);

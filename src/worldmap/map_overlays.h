@@ -14,5 +14,8 @@ int pinImportance(const Palette& pins, const QString& pin);
 /// value remembers its layouts.
 PlaceNames placeNamesOf(const WorldMap& map, const Palette& pins);
 
+/// Colours that leave a map's places free, so that their pins can be seen.
+CellColours besidePlaces(CellColours colours, const WorldMap& map);
+
 /// The inhabitants of a map's terrain, as colours.
 CellColours inhabitantsColours(const WorldMap& map, const Palette& tiles);
