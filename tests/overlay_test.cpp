@@ -149,7 +149,9 @@ TEST(CellNumbers, NeverTouch)
                 const MapFrame frame{QRect(37, 71, int(400 / scale) + 1, int(300 / scale) + 1),
                                      scale, unit};
                 const auto labels = cellLabels(geometry, frame);
+                const QRectF picture = frame.at(QRectF({}, QSizeF(geometry.pictureSize())));
                 for (std::size_t i = 0; i < labels.size(); ++i) {
+                    ASSERT_TRUE(picture.toAlignedRect().contains(labels[i].box));
                     for (std::size_t other = 0; other < i; ++other)
                         ASSERT_FALSE(labels[i].box.intersects(labels[other].box))
                             << scale << ' ' << unit << ' ' << labels[i].text.toStdString();
