@@ -34,6 +34,7 @@ std::vector<NamedPlace> randomPlaces(QSize cells, int count, std::mt19937& engin
         places[{cell.y(), cell.x()}] = {cell, name, below(4), below(3) == 0};
     }
     std::vector<NamedPlace> list;
+    list.reserve(places.size());
     for (const auto& [cell, place] : places)
         list.push_back(place);
     return list;
@@ -103,10 +104,11 @@ TEST(PlaceNames, CoverNeitherEachOtherNorPins)
 TEST(PlaceNames, ImportantOnesComeFirstWhereThereIsNoRoom)
 {
     const HexMapGeometry geometry({40, 40});
-    std::vector<NamedPlace> places;
+    std::vector<NamedPlace> places(40, {{}, u"Aldea menor"_s, 3});
     for (int row = 0; row < 40; ++row)
-        places.push_back({{row * 7 % 40, row}, u"Aldea menor"_s, row == 33 ? 0 : 3});
+        places[static_cast<std::size_t>(row)].cell = {row * 7 % 40, row};
     places[33].name = u"Capital"_s;
+    places[33].importance = 0;
     const auto at = [&](double scale) {
         return placeNames(places, geometry, wholeMap(geometry, scale));
     };
@@ -266,5 +268,9 @@ TEST(Overlays, AreDrawnIntoAnyFrame)
             QPainter painter(&picture);
             drawOverlays(painter, geometry, {part, scale}, all);
         }
+        QImage none(1, 1, QImage::Format_RGB32);
+        QPainter painter(&none);
+        drawOverlays(painter, geometry, {part, 0}, all);
+        drawOverlays(painter, geometry, {part, 2e-6}, all);
     }
 }

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr double opacity = 0.8; // the terrain and its pins are to be guessed below
-constexpr int smallestHexagon = 3;
+constexpr int smallestHexagon = 5;
 constexpr int swatches = 5;
 
 // The key, in pixels of a plain screen.

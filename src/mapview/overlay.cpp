@@ -79,6 +79,8 @@ void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame&
 void drawOverlays(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
                   std::span<const Overlay> overlays)
 {
+    if (!(frame.scale > 0)) // a view without any room
+        return;
     Drawing drawing(painter, geometry, frame, overlays);
     drawing.drawAll();
     drawing.drawKeys();
