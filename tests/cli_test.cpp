@@ -61,13 +61,13 @@ TEST(Cli, DrawsAMapByNameOrByPath)
         EXPECT_EQ(result.status, 0) << result.err.toStdString();
         EXPECT_TRUE(result.out.contains(png));
         const QImage picture(png);
-        EXPECT_EQ(picture.size(), QSize(1650, 1057));
+        EXPECT_EQ(picture.size(), QSize(1654, 1057));
         EXPECT_TRUE(drawn.isNull() || drawn == picture);
         drawn = picture;
     }
     const Result piped = run({u"dibujar"_s, path, u"--png"_s, u"-"_s});
     EXPECT_EQ(QImage::fromData(piped.bytes, "PNG"), drawn);
-    EXPECT_TRUE(piped.err.contains(u"1650 × 1057"_s));
+    EXPECT_TRUE(piped.err.contains(u"1654 × 1057"_s));
 }
 
 TEST(Cli, RefusesBadCallsAndBadFilesWithNothingHalfWritten)
@@ -163,15 +163,15 @@ TEST(Cli, GeneratesOneWorldFromOneSeed)
                                                  folder.path(u"1/a.png"_s), u"--escala"_s, u"2"_s});
     EXPECT_EQ(first.status, 0) << first.err.toStdString();
     EXPECT_TRUE(first.err.isEmpty()) << first.err.toStdString();
-    EXPECT_EQ(QImage(folder.path(u"1/a.png"_s)).size(), QSize(1320, 1134));
-    EXPECT_TRUE(first.out.contains(u"1320 × 1134"_s)) << first.out.toStdString();
+    EXPECT_EQ(QImage(folder.path(u"1/a.png"_s)).size(), QSize(1328, 1134));
+    EXPECT_TRUE(first.out.contains(u"1328 × 1134"_s)) << first.out.toStdString();
     EXPECT_EQ(generate(u"2/m.map"_s, {u"--semilla"_s, u"77"_s}).status, 0);
     EXPECT_EQ(folder.read(u"1/m.map"_s), folder.read(u"2/m.map"_s));
     EXPECT_TRUE(folder.read(u"1/m.map"_s).startsWith("m\r\n40;60\r\n45;-45\r\n\r\n"));
 
     // The seed that is told gives the same again; the picture goes out alone.
     const Result any = generate(u"3.mapa"_s, {u"--png=-"_s});
-    EXPECT_EQ(QImage::fromData(any.bytes, "PNG").size(), QSize(660, 567));
+    EXPECT_EQ(QImage::fromData(any.bytes, "PNG").size(), QSize(664, 567));
     EXPECT_TRUE(any.err.startsWith("Semilla: "_L1)) << any.err.toStdString();
     const QString seed = any.err.section(u'\n', 0, 0).section(u' ', 1);
     EXPECT_EQ(generate(u"4"_s, {u"--semilla="_s + seed, u"--nombre=3.mapa"_s}).status, 0);

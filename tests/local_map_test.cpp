@@ -309,8 +309,7 @@ TEST(LocalMap, GrassShowsThroughMasksAndWhereTilesAreMissing)
     }
     for (int kind = 1; kind <= grassKinds; ++kind)
         pictures.colTilesLocales.remove(grassTile(kind));
-    LocalCanvas fresh = canvas;
-    fresh.hdcBuffer = {};
+    LocalCanvas fresh(pictures);
     generarMapaLocal(map);
     canvas.renderMapa(map);
     fresh.renderMapa(map);

@@ -45,7 +45,7 @@ TEST_F(LocalWindowTest, GeneratingAsksOnlyAboutAChangedMap)
     EXPECT_EQ(ui.frameLugares->pos(), QPoint(ui.frameMapa->width() + 8, menus + 24));
     EXPECT_EQ(ui.lvLugares->geometry(), QRect(8, 16, 137, ui.frameMapa->height() - 24));
     EXPECT_EQ(ui.imgMapa->geometry(), QRect(QPoint(8, 24), ui.frameMapa->size() - QSize(16, 32)));
-    EXPECT_EQ(frmMapaLocal().window().focusWidget(), ui.lvLugares);
+    EXPECT_EQ(frmMapaLocal().window().focusWidget(), ui.imgMapa);
     const QImage empty = view();
     for (QAction* const idle : {ui.nuevo, ui.abrir, ui.guardar, ui.propiedades, ui.pines}) {
         EXPECT_FALSE(idle->isEnabled());
@@ -102,8 +102,8 @@ TEST_F(LocalWindowTest, TheMinimapServesTheWindowThatShowedItLast)
     EXPECT_EQ(frmMapa().accion, SetPlaces);
     EXPECT_EQ(picture.size(), QSize(177, 177));
     platform::MemoryDC reduced(177, 177);
-    reduced.StretchBlt(0, 0, 177, 177, frmMapaLocal().hdcBuffer, 0, 0, 1600, 1600,
-                       platform::RasterOp::SRCCOPY);
+    reduced.StretchBlt(0, 0, 177, 177, platform::MemoryDC(frmMapaLocal().hdcBuffer.image()), 0, 0,
+                       1600, 1600, platform::RasterOp::SRCCOPY);
     EXPECT_EQ(picture.dc().image(), reduced.image());
     EXPECT_NEAR(frmMinimap().ui().imgSelector->width(), 177.0 * ui.imgMapa->width() / 1600, 1);
     QTest::mouseClick(&picture, Qt::LeftButton, {}, QPoint(120, 140));

@@ -10,7 +10,7 @@ namespace {
 /// The same picture made the plainest way: for each pixel of the map, all cells in row order.
 QImage referencePicture(const WorldMap& map, const MapPictures& pictures)
 {
-    QImage image(11 * map.ancho(), 7 + 14 * map.alto(), QImage::Format_RGB32);
+    QImage image(11 * map.ancho() + 4, 7 + 14 * map.alto(), QImage::Format_RGB32);
     image.fill(Qt::black);
     const auto lay = [&](int left, int top, const MemoryDC& picture, const MemoryDC* mask) {
         for (int y = 0; y < 14; ++y) {
@@ -48,7 +48,7 @@ TEST(HexGeometry, PlacesCellsAndSizesMaps)
     EXPECT_EQ(hex::cellOrigin(1, 0), QPoint(11, 7));
     EXPECT_EQ(hex::cellOrigin(2, 3), QPoint(22, 42));
     EXPECT_EQ(hex::mapSize(100, 100), QSize(1100, 1407));
-    EXPECT_EQ(hex::mapSize(150, 150), QSize(1650, 2107));
+    EXPECT_EQ(hex::pictureSize(150, 150), QSize(1654, 2107));
 }
 
 TEST(HexGeometry, MapsThePointerToCells)

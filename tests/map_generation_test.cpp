@@ -90,7 +90,8 @@ TEST_F(MapGenerationTest, TwoClicksDrawARoad)
     setPlace(3, 5, u"Venta"_s, {});
     const QRect pinned(hex::cellOrigin(3, 5), QSize(hex::cellWidth, hex::cellHeight));
     platform::MemoryDC expected(drawn);
-    frmMapa().drawTile(expected, 3, 5);
+    expected.MaskBlt(pinned.x(), pinned.y(), pinned.width(), pinned.height(), *frmMapa().tileActual,
+                     *frmMapa().tileMask);
     EXPECT_EQ(frmMapa().hdcBuffer.image(), expected.image());
     EXPECT_NE(drawn.copy(pinned), plain.copy(pinned)) << "the road passes there";
 

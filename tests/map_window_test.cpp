@@ -66,7 +66,7 @@ protected:
     static void expectViewShowsBuffer()
     {
         const QImage shown = view();
-        const QImage& buffer = frmMapa().hdcBuffer.image();
+        const QImage buffer = frmMapa().hdcBuffer.image();
         const QPoint corner(11 * frmMapa().currX, 14 * frmMapa().currY);
         for (int y = 0; y < shown.height(); ++y) {
             for (int x = 0; x < shown.width(); ++x) {
@@ -84,7 +84,7 @@ protected:
 TEST_F(MapWindowTest, StartsEmptyWithABlackBuffer)
 {
     EXPECT_EQ(frmMapa().window().windowTitle(), u"Kestrune"_s);
-    EXPECT_EQ(frmMapa().hdcBuffer.image().size(), QSize(1100, 1407));
+    EXPECT_EQ(frmMapa().hdcBuffer.size(), QSize(1104, 1407));
     EXPECT_FALSE(frmMapa().ui().picScroll->isVisible());
     EXPECT_FALSE(frmMapa().documento.mapaCambiado());
     expectViewShowsBuffer();
@@ -104,8 +104,8 @@ TEST_F(MapWindowTest, OpensShowsAndSavesEveryShippedMap)
         EXPECT_EQ(frmMapa().currX, 0);
         ASSERT_GE(frmMapa().lugares.count(), 12);
         EXPECT_NE(frmMapa().lugares.at(0).icon(), 0);
-        EXPECT_EQ(frmMapa().hdcBuffer.image().size(),
-                  hex::mapSize(frmMapa().mapa().ancho(), frmMapa().mapa().alto()));
+        EXPECT_EQ(frmMapa().hdcBuffer.size(),
+                  hex::pictureSize(frmMapa().mapa().ancho(), frmMapa().mapa().alto()));
         expectViewShowsBuffer();
 
         const QString file = u"mapas/%1.map"_s.arg(name);

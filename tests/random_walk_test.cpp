@@ -60,12 +60,12 @@ QPoint firstCell()
     return {frmMapa().currX, frmMapa().currY};
 }
 
-platform::MemoryDC drawnAnew()
+QImage drawnAnew()
 {
     MapCanvas canvas(workspace().pictures);
     canvas.crearBuffer(frmMapa().mapa().ancho(), frmMapa().mapa().alto());
     canvas.renderMapa(frmMapa().mapa());
-    return canvas.hdcBuffer;
+    return canvas.hdcBuffer.image();
 }
 
 void expectEqual(const Document& one, const Document& other)
@@ -80,12 +80,10 @@ void expectEqual(const Document& one, const Document& other)
 /// What a control shows, without those that lie over it and without outlines and marks.
 QImage pixels(QWidget* control)
 {
-    auto* const box = qobject_cast<platform::PictureBox*>(control);
-    const auto over = box ? std::exchange(box->drawOver, nullptr) : nullptr;
+    if (auto* const view = qobject_cast<MapView*>(control))
+        return view->dc().image().copy();
     QImage image(control->size(), QImage::Format_RGB32);
     control->render(&image, {}, {}, QWidget::DrawWindowBackground);
-    if (box)
-        box->drawOver = over;
     return image;
 }
 
@@ -484,19 +482,19 @@ private:
     void expectFullRedraw()
     {
         ++comparisons_;
-        const platform::MemoryDC whole = drawnAnew();
+        const QImage whole = drawnAnew();
         QWidget* const view = in(u"frmMapa"_s, u"imgMapa"_s);
         QImage part(view->size(), QImage::Format_RGB32);
         part.fill(qRgb(0x24, 0x22, 0x20));
-        QPainter(&part).drawImage(-hex::cellOrigin(firstCell().x(), firstCell().y()),
-                                  whole.image());
+        QPainter(&part).drawImage(-hex::cellOrigin(firstCell().x(), firstCell().y()), whole);
         EXPECT_EQ(pixels(view), part);
         if (!isOn(u"frmMapa"_s, u"minimapa"_s))
             return;
         QWidget* const minimap = in(u"frmMinimap"_s, u"imgMinimap"_s);
         platform::MemoryDC reduced(minimap->width(), minimap->height());
-        reduced.StretchBlt(0, 0, minimap->width(), minimap->height(), whole, 0, 0, whole.width(),
-                           whole.height(), platform::RasterOp::SRCCOPY);
+        const QSize size = hex::mapSize(frmMapa().mapa().ancho(), frmMapa().mapa().alto());
+        reduced.StretchBlt(0, 0, minimap->width(), minimap->height(), platform::MemoryDC(whole), 0,
+                           0, size.width(), size.height(), platform::RasterOp::SRCCOPY);
         EXPECT_EQ(pixels(minimap), reduced.image());
     }
 

@@ -119,6 +119,6 @@ ExitCode generar(const Arguments& arguments)
     out << u"Mapa: %1 («%2», %3 lugares)\n"_s.arg(target, map.nombre,
                                                   QString::number(map.mapaPines.size()));
     if (picture.isWanted())
-        picture.tell(out, hex::mapSize(map.ancho(), map.alto()) * scale);
+        picture.tell(out, hex::pictureSize(map.ancho(), map.alto()) * scale);
     return Success;
 }

@@ -50,7 +50,7 @@ ExitCode dibujar(const Arguments& arguments)
     const WorldMap map = workspace.read(source);
     picture.write(mapPng(workspace.pictures, map, scale));
     QTextStream out(picture.lines());
-    picture.tell(out, hex::mapSize(map.ancho(), map.alto()) * scale);
+    picture.tell(out, hex::pictureSize(map.ancho(), map.alto()) * scale);
     return Success;
 }
 
@@ -78,7 +78,7 @@ ExitCode ruta(const Arguments& arguments)
         << u"\nCasillas: %1\nCosto: %2\n"_s.arg(PathFinding::routeCells(route).size())
                .arg(PathFinding::routeCost(map.mapaTiles, route, workspace.tiles));
     if (picture.isWanted())
-        picture.tell(out, hex::mapSize(map.ancho(), map.alto()));
+        picture.tell(out, hex::pictureSize(map.ancho(), map.alto()));
     return Success;
 }
 

@@ -3,13 +3,26 @@
 #include "generation/path_finding.h"
 #include "worldmap/hex_geometry.h"
 
-void drawCamino(platform::MemoryDC& buffer, const QString& route)
+using platform::MemoryDC;
+
+namespace {
+
+constexpr platform::Pen pen{2, qRgb(60, 30, 20)};
+
+} // namespace
+
+void drawCamino(MapPicture& buffer, const QString& route)
 {
-    constexpr platform::Pen pen{2, qRgb(60, 30, 20)};
-    const std::vector<QPoint> cells = PathFinding::routeCells(route);
-    if (cells.empty())
+    QPolygon centres;
+    for (const QPoint cell : PathFinding::routeCells(route))
+        centres.append(hex::cellCentre(cell.x(), cell.y()));
+    if (centres.isEmpty())
         return;
-    buffer.MoveToEx(hex::cellCentre(cells.front().x(), cells.front().y()));
-    for (const QPoint cell : cells)
-        buffer.LineTo(hex::cellCentre(cell.x(), cell.y()), pen);
+    const QRect covered =
+        centres.boundingRect().adjusted(-pen.width, -pen.width, pen.width, pen.width);
+    buffer.drawOver(covered, [centres](MemoryDC& dc, QPoint corner) {
+        dc.MoveToEx(centres.first() - corner);
+        for (const QPoint centre : centres)
+            dc.LineTo(centre - corner, pen);
+    });
 }

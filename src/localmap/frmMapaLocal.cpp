@@ -3,6 +3,7 @@
 #include "app/frmAbout.h"
 #include "app/frmManual.h"
 #include "localmap/local_generator.h"
+#include "localmap/local_map_geometry.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/twips.h"
@@ -31,7 +32,7 @@ void FrmMapaLocal::Form_Load()
 {
     static_cast<LocalMap&>(*this) = LocalMap();
     loadCommands();
-    ui().lvLugares->setFocus(); // not the toolbar
+    connectView();
     platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);
     frmTilesLocales().closed = [this] {
         if (isLoaded())
@@ -40,6 +41,52 @@ void FrmMapaLocal::Form_Load()
     QObject::connect(ui().avisos, &platform::NoticeBar::changed, &window(),
                      [this] { Form_Resize(); });
     platform::runCommand([this] { loadTilesLocales(); });
+}
+
+void FrmMapaLocal::connectView()
+{
+    MapView* const view = ui().imgMapa;
+    view->setScene(
+        {.picture = &hdcBuffer,
+         .geometry = [this] { return std::make_unique<LocalMapGeometry>(QSize(ancho, alto)); },
+         .currX = &currX,
+         .currY = &currY,
+         .spoken = [this](QPoint cell) { return spokenCell(cell); }});
+    view->setFocus();
+    QObject::connect(view, &MapView::moved, &window(),
+                     [this] { platform::runCommand([this] { drawMinimap(); }); });
+    QObject::connect(view, &MapView::pointed, &window(), [this] { showState(); });
+    QObject::connect(view, &MapView::zoomChanged, &window(), [this] {
+        (*commands_)[u"mapaEntero"_s].setChecked(ui().imgMapa->viewport().isWhole());
+        commands_->update();
+        showState();
+    });
+}
+
+/// The zoom, the keyboard's cursor and what is under it.
+void FrmMapaLocal::showState()
+{
+    const MapView& view = *ui().imgMapa;
+    QStringList state{view.viewport().isNatural() ? QString() : view.zoomText()};
+    std::vector<Overlay> overlays;
+    if (const std::optional<QPoint> cursor = view.cursor()) {
+        state.append(spokenCell(*cursor));
+        overlays.emplace_back(CellCursor{*cursor});
+    }
+    state.removeAll(QString());
+    ui().lblEstado->setText(state.join(u"  ·  "_s));
+    ui().imgMapa->setOverlays(std::move(overlays));
+}
+
+/// What a screen reader says of a cell.
+QString FrmMapaLocal::spokenCell(QPoint cell) const
+{
+    if (!mapaLocal.contains(cell.y(), cell.x()))
+        return {};
+    const QString& tile = mapaLocal(cell.y(), cell.x());
+    const platform::ListItem* const item = workspace().localTiles.items.find(tile);
+    return u"Fila %1, columna %2, %3"_s.arg(QString::number(cell.y()), QString::number(cell.x()),
+                                            item && !item->text().isEmpty() ? item->text() : tile);
 }
 
 void FrmMapaLocal::loadTilesLocales()
@@ -53,8 +100,8 @@ void FrmMapaLocal::Form_Activate()
     if (!hdcBuffer.isNull())
         return;
     crearBuffer(ancho, alto);
-    drawMinimap();
     scrollMapa();
+    drawMinimap();
 }
 
 void FrmMapaLocal::Form_Unload()
@@ -87,8 +134,8 @@ void FrmMapaLocal::Form_Resize()
                                        framesHeight);
     controls.lvLugares->resize(controls.lvLugares->width(), framesHeight - lugaresMargins);
     controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
-    drawMinimap();
     scrollMapa();
+    drawMinimap();
 }
 
 /// The one table behind toolbar, menus and shortcuts.
@@ -102,7 +149,7 @@ std::vector<platform::Command> FrmMapaLocal::commands()
                                  .run = [](bool) {},
                                  .isPossible = [] { return false; }};
     };
-    return {
+    std::vector<platform::Command> all{
         idle(u"nuevo"_s, u"&Nuevo…"_s, u"Nuevo mapa"_s),
         idle(u"abrir"_s, u"&Abrir…"_s, u"Abrir mapa"_s),
         idle(u"guardar"_s, u"&Guardar"_s, u"Guardar mapa"_s),
@@ -132,16 +179,27 @@ std::vector<platform::Command> FrmMapaLocal::commands()
         {.key = u"acercaDe"_s, .text = u"&Acerca de Kestrune"_s, .run = [](bool) {
              frmAbout().showModal();
          }}};
+    for (platform::Command& command : ui().imgMapa->commands())
+        all.push_back(std::move(command));
+    return all;
 }
 
 void FrmMapaLocal::loadCommands()
 {
-    const platform::CommandSet set(window(), commands());
-    set.dress(*ui().Toolbar);
-    set.fill(*ui().menuBar, {{u"&Archivo"_s, {u"nuevo"_s, u"abrir"_s, u"guardar"_s}},
-                             {u"&Ver"_s, {u"minimapa"_s, u"tiles"_s, u"pines"_s}},
-                             {u"&Mapa"_s, {u"generar"_s, u"propiedades"_s}},
-                             {u"A&yuda"_s, {u"manual"_s, u"acercaDe"_s}}});
+    commands_.emplace(window(), commands());
+    commands_->dress(*ui().Toolbar);
+    commands_->fill(*ui().menuBar, {{u"&Archivo"_s, {u"nuevo"_s, u"abrir"_s, u"guardar"_s}},
+                                    {u"&Ver"_s,
+                                     {u"acercar"_s,
+                                      u"alejar"_s,
+                                      u"tamanoNatural"_s,
+                                      u"mapaEntero"_s,
+                                      {},
+                                      u"minimapa"_s,
+                                      u"tiles"_s,
+                                      u"pines"_s}},
+                                    {u"&Mapa"_s, {u"generar"_s, u"propiedades"_s}},
+                                    {u"A&yuda"_s, {u"manual"_s, u"acercaDe"_s}}});
 }
 
 void FrmMapaLocal::askToSave()
@@ -160,6 +218,7 @@ void FrmMapaLocal::generarMapaLocal()
         const platform::WaitCursor wait;
         ::generarMapaLocal(*this);
         missing = renderMapa(*this);
+        ui().imgMapa->show(true);
         drawMinimap();
         scrollMapa();
     }
@@ -172,17 +231,14 @@ void FrmMapaLocal::generarMapaLocal()
 
 void FrmMapaLocal::drawMinimap()
 {
-    if (!hdcBuffer.isNull())
-        frmMinimap().draw(forMinimap_, hdcBuffer, ui().imgMapa->size());
+    if (hdcBuffer.isNull())
+        return;
+    const MapView& view = *ui().imgMapa;
+    frmMinimap().draw(forMinimap_,
+                      {hdcBuffer, hdcBuffer.size(), view.seenSize(), view.cornerInCell()});
 }
 
 void FrmMapaLocal::scrollMapa()
 {
-    if (hdcBuffer.isNull())
-        return;
-    platform::PictureBox& view = *ui().imgMapa;
-    view.clear();
-    view.dc().BitBlt(0, 0, view.width(), view.height(), hdcBuffer, anchoTile * currX,
-                     altoTile * currY, platform::RasterOp::SRCCOPY);
-    view.refresh();
+    ui().imgMapa->show();
 }

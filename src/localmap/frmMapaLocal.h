@@ -8,6 +8,8 @@
 #include "ui_frmMapaLocal.h"
 #include "worldmap/map_window.h"
 
+#include <optional>
+
 /// The local map window: shows a place to fight in, made by the generator. It is the map and the
 /// canvas that draws it. Closing it asks nothing and hides the windows it showed.
 class FrmMapaLocal final : public platform::Form<Ui::FrmMapaLocal>,
@@ -34,9 +36,13 @@ protected:
 private:
     std::vector<platform::Command> commands();
     void loadCommands();
+    void connectView();
+    void showState();
+    QString spokenCell(QPoint cell) const;
     void loadTilesLocales();
     void askToSave();
 
+    std::optional<platform::CommandSet> commands_;
     const MapWindow forMinimap_{[this] { return QSize(ancho, alto); },
                                 currX,
                                 currY,

@@ -3,6 +3,7 @@
 #include <QLineF>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -13,6 +14,9 @@ constexpr int darkWidth = 3;
 constexpr int lightWidth = 1;
 constexpr int markRadius = 4;
 constexpr int markLine = 2;
+constexpr QColor cursorColor(255, 214, 10);
+constexpr int cursorDark = 5;
+constexpr int cursorLight = 2;
 
 bool comesBefore(QPoint a, QPoint b)
 {
@@ -70,4 +74,19 @@ void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
     const QPointF middle = frame.at(geometry.corners(mark.cell).boundingRect().center());
     const double radius = std::max(markRadius * frame.unit, markRadius * frame.scale);
     painter.drawEllipse(middle, radius, radius);
+}
+
+void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+          const CellCursor& cursor)
+{
+    QPolygonF outline;
+    for (const QPoint corner : geometry.corners(cursor.cell))
+        outline.append(frame.at(corner));
+    painter.setBrush(Qt::NoBrush);
+    for (const auto& [color, width] :
+         {std::pair(darkLine, cursorDark), {cursorColor, cursorLight}}) {
+        painter.setPen(
+            QPen(color, width * frame.unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolygon(outline);
+    }
 }

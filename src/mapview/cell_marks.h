@@ -28,7 +28,16 @@ struct CellMark {
     bool operator==(const CellMark&) const = default;
 };
 
+/// The cell that the keyboard has come to.
+struct CellCursor {
+    QPoint cell;
+
+    bool operator==(const CellCursor&) const = default;
+};
+
 void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
           const CellOutline& outline);
 void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
           const CellMark& mark);
+void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+          const CellCursor& cursor);

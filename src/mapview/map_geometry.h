@@ -23,6 +23,8 @@ public:
     virtual QRect cellRect(QPoint cell) const = 0;
     /// The cell that a pixel belongs to; it may lie outside the map.
     virtual QPoint cellAt(QPoint pixel) const = 0;
+    /// The cell that counts as the first one of a view whose corner is a pixel.
+    virtual QPoint firstCell(QPoint pixel) const = 0;
     /// The corners of a cell, going round it.
     virtual QPolygon corners(QPoint cell) const = 0;
     /// The cell beyond a side; side i runs from corner i to the next one.

@@ -6,7 +6,7 @@
 #include "worldmap/frmMinimap.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
-#include "worldmap/hex_geometry.h"
+#include "worldmap/hex_map_geometry.h"
 
 using namespace Qt::StringLiterals;
 
@@ -42,7 +42,7 @@ void FrmMapa::Form_Load()
     loadCommands();
     loadPlaceMenus();
     platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);
-    connectPointer();
+    connectView();
     loadStart();
     frmTiles().closed = [this] { ui().tiles->trigger(); };
     QObject::connect(ui().lvLugares, &QAbstractItemView::doubleClicked, &window(),
@@ -56,23 +56,49 @@ void FrmMapa::Form_Load()
     platform::runCommand([this] { loadPines(); });
 }
 
-void FrmMapa::connectPointer()
+void FrmMapa::connectView()
 {
-    platform::PictureBox* const view = ui().imgMapa;
-    view->setFocusPolicy(Qt::StrongFocus); // so that keys are the tools', not those of a text box
-    view->setFocus();
-    view->drawOver = [this](QPainter& painter) { drawOverlays(painter); };
-    using platform::PictureBox;
-    QObject::connect(view, &PictureBox::mouseMoved, &window(),
-                     [this](QPoint position, Qt::MouseButtons held, Qt::KeyboardModifiers keys) {
-                         platform::runCommand([&] { imgMapa_MouseMove(position, held, keys); });
+    MapView* const view = ui().imgMapa;
+    view->setScene({.picture = &hdcBuffer,
+                    .geometry =
+                        [this] {
+                            return std::make_unique<HexMapGeometry>(
+                                QSize(mapa().ancho(), mapa().alto()));
+                        },
+                    .currX = &currX,
+                    .currY = &currY,
+                    .spoken = [this](QPoint cell) { return spokenCell(cell); },
+                    .followsDrag =
+                        [this] {
+                            return tools_.gesture == MapTools::Gesture::Stroke ||
+                                   tools_.gesture == MapTools::Gesture::Select;
+                        }});
+    view->setFocus(); // so that keys are the tools', not those of a text box
+    QObject::connect(view, &MapView::pointed, &window(),
+                     [this](QPoint pixel, Qt::MouseButtons held, Qt::KeyboardModifiers keys) {
+                         platform::runCommand([&] { imgMapa_MouseMove(pixel, held, keys); });
                      });
-    QObject::connect(view, &PictureBox::mouseLeft, &window(), [this] { imgMapa_MouseLeave(); });
-    QObject::connect(view, &PictureBox::clicked, &window(),
+    QObject::connect(view, &MapView::moved, &window(),
+                     [this] { platform::runCommand([this] { viewMoved(); }); });
+    QObject::connect(view, &MapView::mouseLeft, &window(), [this] { imgMapa_MouseLeave(); });
+    QObject::connect(view, &MapView::clicked, &window(),
                      [this] { platform::runCommand([this] { imgMapa_Click(); }); });
-    QObject::connect(view, &PictureBox::released, &window(), [this](Qt::MouseButton button) {
+    QObject::connect(view, &MapView::released, &window(), [this](Qt::MouseButton button) {
         platform::runCommand([&] { imgMapa_MouseUp(button); });
     });
+    QObject::connect(view, &MapView::zoomChanged, &window(), [this] {
+        tools_.outcome = ui().imgMapa->zoomText();
+        (*commands_)[u"mapaEntero"_s].setChecked(ui().imgMapa->viewport().isWhole());
+        commands_->update();
+        showTools();
+    });
+}
+
+/// The view was moved by itself: what belongs to the part that it showed follows.
+void FrmMapa::viewMoved()
+{
+    hideLocation();
+    drawMinimap();
 }
 
 void FrmMapa::loadTiles()
@@ -92,8 +118,9 @@ void FrmMapa::Form_Activate()
     if (!hdcBuffer.isNull())
         return;
     crearBuffer();
-    drawMinimap();
+    renderMapa();
     scrollMapa();
+    drawMinimap();
 }
 
 void FrmMapa::Form_Unload()
@@ -130,31 +157,23 @@ void FrmMapa::Form_Resize()
     controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
     controls.frameInicio->standIn(controls.imgMapa->geometry());
     showStart();
-    drawMinimap();
     scrollMapa();
+    drawMinimap();
 }
 
 void FrmMapa::drawMinimap()
 {
-    if (!hdcBuffer.isNull())
-        frmMinimap().draw(forMinimap_, hdcBuffer, ui().imgMapa->size());
+    if (hdcBuffer.isNull())
+        return;
+    const MapView& view = *ui().imgMapa;
+    frmMinimap().draw(forMinimap_, {hdcBuffer, hex::mapSize(mapa().ancho(), mapa().alto()),
+                                    view.seenSize(), view.cornerInCell()});
 }
 
 void FrmMapa::scrollMapa()
 {
     hideLocation();
-    copyView();
-}
-
-/// Brings the visible part of the back buffer to the screen.
-void FrmMapa::copyView()
-{
-    platform::PictureBox& view = *ui().imgMapa;
-    view.clear();
-    const QPoint corner = hex::cellOrigin(currX, currY);
-    view.dc().BitBlt(0, 0, view.width(), view.height(), hdcBuffer, corner.x(), corner.y(),
-                     platform::RasterOp::SRCCOPY);
-    view.refresh();
+    ui().imgMapa->show();
 }
 
 void FrmMapa::crearBuffer()

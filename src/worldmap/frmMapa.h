@@ -84,14 +84,6 @@ protected:
     bool Form_KeyDown(const QKeyEvent& event) override;
 
 private:
-    /// A whole map made ready to be shown.
-    struct Shown {
-        explicit Shown(const MapCanvas& canvas) : canvas(canvas) {}
-
-        MapCanvas canvas;
-        platform::ListItems places;
-    };
-
     const MapWindow forMinimap_{[this] { return QSize(mapa().ancho(), mapa().alto()); },
                                 currX,
                                 currY,
@@ -103,9 +95,9 @@ private:
                                 [this](const QKeyEvent& key) { return useKeyFromElsewhere(key); }};
     std::optional<platform::CommandSet> commands_;
     MapTools tools_;
-    std::vector<Overlay> overlays_;   ///< as they are on the screen
-    QPoint located_{-1, -1};          ///< the cell of the place that the small banner names
-    std::unique_ptr<Shown> prepared_; ///< for the map that the document is about to get
+    QPoint located_{-1, -1}; ///< the cell of the place that the small banner names
+    /// The places of the map that the document is about to get.
+    std::unique_ptr<platform::ListItems> prepared_;
 
     void loadTiles();
     void loadPines();
@@ -133,20 +125,20 @@ private:
     // What follows the document's announcements.
     void followDocument();
     void showReplaced();
-    void showTiles(const std::vector<QPoint>& cells);
+    void showTiles(const std::vector<MapChange::Tile>& before);
     void showPlaces(const std::vector<MapDocument::PlaceChange>& changes, bool isNews);
     void showProperties();
-    void copyView();
-    std::unique_ptr<Shown> prepare(const WorldMap& map) const;
+    static std::unique_ptr<platform::ListItems> prepare(const WorldMap& map);
 
     // What the pointer does.
-    void connectPointer();
-    void imgMapa_MouseMove(QPoint position, Qt::MouseButtons held, Qt::KeyboardModifiers keys);
+    void connectView();
+    void imgMapa_MouseMove(QPoint pixel, Qt::MouseButtons held, Qt::KeyboardModifiers keys);
+    void viewMoved();
     void imgMapa_Click();
     void imgMapa_MouseUp(Qt::MouseButton button);
     void imgMapa_MouseLeave();
     void beginGesture(Qt::KeyboardModifiers keys);
-    void continueGesture(QPoint position);
+    void continueGesture(QPoint pixel);
     /// The cell under the mouse, in map coordinates.
     QPoint mapCell() const { return mouseCell + QPoint(currX, currY); }
     /// Whether the mouse is over a cell of the map that can be seen.
@@ -175,17 +167,19 @@ private:
     void cutSelection();
     void pasteClipboard();
     std::vector<Overlay> overlays();
-    void drawOverlays(QPainter& painter);
     /// Brings status line, tool tip, pointer and overlays up to what the tools and the map are now.
     void showTools();
     void loadStart();
     void showStart();
     QString clickText();
     QString cellText() const;
+    QString described(QPoint cell) const;
+    QString spokenCell(QPoint cell) const;
     const ToolPointer& toolPointer() const;
 
     // Places.
     std::optional<QPoint> placeInHand();
+    void goToPlace(int way);
     void editInHand();
     void removeInHand();
     void moveInHand();
@@ -202,7 +196,7 @@ private:
     void showLugares(platform::ListItems& places);
     static QPoint cellOf(const platform::ListItem& place);
     void lvLugares_DblClick();
-    void centreOn(QPoint cell);
+    void showCentred(QPoint cell);
     void showLocation(const QString& name, QPoint cell);
     void hideLocation();
     bool isLocationStale();

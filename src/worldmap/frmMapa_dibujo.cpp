@@ -4,16 +4,15 @@
 #include "worldmap/frmMinimap.h"
 #include "worldmap/hex_geometry.h"
 
-#include <algorithm>
-#include <iterator>
-
 /// Draws painted cells. Under a place the new terrain shows when the map is next drawn whole.
-void FrmMapa::showTiles(const std::vector<QPoint>& cells)
+void FrmMapa::showTiles(const std::vector<MapChange::Tile>& before)
 {
+    drawPainted(before);
     std::vector<QPoint> drawn;
-    std::copy_if(cells.begin(), cells.end(), std::back_inserter(drawn),
-                 [this](QPoint cell) { return !mapa().placeAt(cell); });
-    redrawCells(mapa(), drawn);
+    for (const MapChange::Tile& old : before) {
+        if (!mapa().placeAt(old.cell))
+            drawn.push_back(old.cell);
+    }
     showEdits(drawn);
 }
 
@@ -32,9 +31,9 @@ void FrmMapa::showPlaces(const std::vector<MapDocument::PlaceChange>& changes, b
         drawn.push_back(cell);
         if (isNews && place && pinBefore.isEmpty() && !hasNewTile) {
             selectPin(place->pin);
-            drawTile(hdcBuffer, cell.x(), cell.y());
+            drawTile(cell.x(), cell.y());
         } else {
-            redrawCells(mapa(), {&cell, 1});
+            redrawCell(cell);
         }
     }
     showEdits(drawn);
@@ -45,17 +44,15 @@ void FrmMapa::showEdits(const std::vector<QPoint>& cells)
 {
     constexpr std::size_t few = 64;
     if (cells.size() > few) {
+        frmMinimap().forget();
         drawMinimap();
-        copyView();
+        ui().imgMapa->show(true);
         return;
     }
-    const QSize cellSize(hex::cellWidth, hex::cellHeight);
     for (const QPoint cell : cells) {
-        const QPoint corner = hex::cellOrigin(cell.x(), cell.y());
-        const QPoint inView = corner - hex::cellOrigin(currX, currY);
-        ui().imgMapa->dc().BitBlt(inView.x(), inView.y(), hex::cellWidth, hex::cellHeight,
-                                  hdcBuffer, corner.x(), corner.y(), platform::RasterOp::SRCCOPY);
-        ui().imgMapa->update(QRect(inView, cellSize));
-        frmMinimap().redraw(forMinimap_, hdcBuffer, QRect(corner, cellSize));
+        const QRect part(hex::cellOrigin(cell.x(), cell.y()),
+                         QSize(hex::cellWidth, hex::cellHeight));
+        ui().imgMapa->showPart(part);
+        frmMinimap().redraw(forMinimap_, hdcBuffer, part);
     }
 }

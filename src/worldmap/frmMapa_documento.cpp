@@ -47,26 +47,24 @@ void FrmMapa::followDocument()
     };
     follow(&MapDocument::replaced, [this] { showReplaced(); });
     follow(&MapDocument::tilesChanged,
-           [this](const std::vector<QPoint>& cells) { showTiles(cells); });
+           [this](const std::vector<MapChange::Tile>& before) { showTiles(before); });
     follow(&MapDocument::placesChanged, [this](const std::vector<MapDocument::PlaceChange>& changes,
                                                bool isNews) { showPlaces(changes, isNews); });
     follow(&MapDocument::propertiesChanged, [this] { showProperties(); });
 }
 
-/// Does all that can fail, for want of memory or of pictures, before a map becomes the document.
-std::unique_ptr<FrmMapa::Shown> FrmMapa::prepare(const WorldMap& map) const
+/// Does what can fail before a map becomes the document.
+std::unique_ptr<platform::ListItems> FrmMapa::prepare(const WorldMap& map)
 {
-    auto shown = std::make_unique<Shown>(*this);
-    shown->canvas.crearBuffer(map.ancho(), map.alto());
-    shown->canvas.renderMapa(map);
-    list(map, shown->places);
-    return shown;
+    auto places = std::make_unique<platform::ListItems>();
+    list(map, *places);
+    return places;
 }
 
 /// Shows a whole map from its top left corner.
 void FrmMapa::showReplaced()
 {
-    const std::unique_ptr<Shown> shown = prepared_ ? std::move(prepared_) : prepare(mapa());
+    const auto places = prepared_ ? std::move(prepared_) : prepare(mapa());
     // A road begun on the old map keeps the ends that lie on the new one.
     if (!mapa().contains({inicioX, inicioY}))
         inicioX = inicioY = -1;
@@ -76,8 +74,10 @@ void FrmMapa::showReplaced()
     tools_.moving.reset();
     currX = 0;
     currY = 0;
-    hdcBuffer = std::move(shown->canvas.hdcBuffer);
-    showLugares(shown->places);
+    crearBuffer();
+    renderMapa();
+    showLugares(*places);
+    ui().imgMapa->show(true);
     drawMinimap();
     scrollMapa();
     showProperties();

@@ -11,10 +11,11 @@ using namespace Qt::StringLiterals;
 
 using Gesture = MapTools::Gesture;
 
-void FrmMapa::imgMapa_MouseMove(QPoint position, Qt::MouseButtons held, Qt::KeyboardModifiers keys)
+/// The pointer is at a pixel of the map's picture.
+void FrmMapa::imgMapa_MouseMove(QPoint pixel, Qt::MouseButtons held, Qt::KeyboardModifiers keys)
 {
-    mouseCell = hex::cellAt(position);
-    tools_.pointerInView = ui().imgMapa->rect().contains(position);
+    mouseCell = hex::cellAt(pixel - hex::cellOrigin(currX, currY));
+    tools_.pointerInView = ui().imgMapa->seen().contains(pixel);
     const QPoint cell = mapCell();
     ui().lblPosicion->setText(u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()));
 
@@ -27,7 +28,7 @@ void FrmMapa::imgMapa_MouseMove(QPoint position, Qt::MouseButtons held, Qt::Keyb
     if (paints && !documento.isInStroke())
         tools_.gesture = Gesture::Used;
     if (left)
-        continueGesture(position);
+        continueGesture(pixel);
     showTools();
 }
 
@@ -62,7 +63,7 @@ void FrmMapa::beginGesture(Qt::KeyboardModifiers keys)
     }
 }
 
-void FrmMapa::continueGesture(QPoint position)
+void FrmMapa::continueGesture(QPoint pixel)
 {
     if (tools_.gesture == Gesture::Select) {
         const QPoint from = nearestShown(tools_.pressed);
@@ -70,10 +71,10 @@ void FrmMapa::continueGesture(QPoint position)
         select(QRect(QPoint(std::min(from.x(), to.x()), std::min(from.y(), to.y())),
                      QPoint(std::max(from.x(), to.x()), std::max(from.y(), to.y()))));
     } else if (tools_.gesture == Gesture::Stroke) {
-        const QPoint from = tools_.strokeEnd.value_or(position);
-        tools_.strokeEnd = position;
+        const QPoint from = tools_.strokeEnd.value_or(pixel);
+        tools_.strokeEnd = pixel;
         try {
-            dragPaint(from, position);
+            dragPaint(from, pixel);
         } catch (...) {
             tools_.gesture = Gesture::None; // the click may try again, the drag doesn't
             throw;
@@ -81,7 +82,7 @@ void FrmMapa::continueGesture(QPoint position)
     }
 }
 
-/// Paints every cell that holds no place on the way between two positions in the view, so that a
+/// Paints every cell that holds no place on the way between two pixels of the picture, so that a
 /// fast mouse leaves no holes.
 void FrmMapa::dragPaint(QPoint from, QPoint to)
 {
@@ -90,9 +91,8 @@ void FrmMapa::dragPaint(QPoint from, QPoint to)
     std::vector<QPoint> cells;
     QPoint before(-1, -1);
     for (int step = 0; step <= steps; ++step) {
-        const QPoint viewCell = hex::cellAt(from + way * step / steps);
-        const QPoint centre = viewCell + QPoint(currX, currY);
-        if (!isShown(viewCell) || centre == std::exchange(before, centre))
+        const QPoint centre = hex::cellAt(from + way * step / steps);
+        if (!isShown(centre - QPoint(currX, currY)) || centre == std::exchange(before, centre))
             continue;
         for (const QPoint cell : cellsAround(mapa(), centre, tools_.brushRadius)) {
             if (!mapa().placeAt(cell) && std::find(cells.begin(), cells.end(), cell) == cells.end())

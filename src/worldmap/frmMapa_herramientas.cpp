@@ -4,7 +4,6 @@
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
-#include "worldmap/hex_map_geometry.h"
 #include "worldmap/map_area.h"
 
 #include <QKeyEvent>
@@ -132,6 +131,8 @@ std::vector<Overlay> FrmMapa::overlays()
         all.emplace_back(CellMark{{inicioX, inicioY}, roadStartColor});
     if (finX != -1)
         all.emplace_back(CellMark{{finX, finY}, roadEndColor});
+    if (const std::optional<QPoint> cursor = ui().imgMapa->cursor())
+        all.emplace_back(CellCursor{*cursor});
     if (!tools_.pointerInView || !mouseOnMap())
         return all;
     const bool isBrush = accion == PaintTiles && !tools_.isFilling && !tools_.isSelecting;
@@ -142,14 +143,6 @@ std::vector<Overlay> FrmMapa::overlays()
     else if (tools_.moving || isMoving)
         outline({mapCell()});
     return all;
-}
-
-void FrmMapa::drawOverlays(QPainter& painter)
-{
-    const HexMapGeometry geometry({mapa().ancho(), mapa().alto()});
-    const MapFrame frame{QRect(hex::cellOrigin(currX, currY), ui().imgMapa->size())};
-    for (const Overlay& overlay : overlays_)
-        drawOverlay(painter, geometry, frame, overlay);
 }
 
 void FrmMapa::loadStart()
@@ -178,19 +171,16 @@ void FrmMapa::showTools()
     showStart();
     const Place* const place = mouseOnMap() ? mapa().placeAt(mapCell()) : nullptr;
     ui().imgMapa->setToolTip(place ? place->name : QString());
-    const QString click = clickText();
-    const QString cell = cellText();
-    ui().lblEstado->setText(click.isEmpty() || cell.isEmpty() ? click + cell
-                                                              : click + u"  ·  "_s + cell);
+    const MapView& view = *ui().imgMapa;
+    const QString zoom = view.viewport().isNatural() ? QString() : view.zoomText();
+    QStringList state{clickText(), cellText(), tools_.outcome == zoom ? QString() : zoom};
+    state.removeAll(QString());
+    ui().lblEstado->setText(state.join(u"  ·  "_s));
     if (const ToolPointer& pointer = toolPointer(); tools_.pointer != &pointer) {
         tools_.pointer = &pointer;
         ui().imgMapa->setCursor(cursorOf(pointer, ui().imgMapa->devicePixelRatioF()));
     }
-    std::vector<Overlay> now = overlays();
-    if (now == overlays_)
-        return;
-    overlays_ = std::move(now);
-    ui().imgMapa->refresh();
+    ui().imgMapa->setOverlays(overlays());
 }
 
 /// What a click does now, or what came of the last one, in a few words.
@@ -233,12 +223,29 @@ QString FrmMapa::cellText() const
     if (!tools_.pointerInView || !mouseOnMap())
         return {};
     const QPoint cell = mapCell();
-    QString text = u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y());
+    return u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()) + described(cell);
+}
+
+QString FrmMapa::described(QPoint cell) const
+{
+    QString text;
     if (!mapa().tileAt(cell).isEmpty())
         text += u"  "_s + spoken(workspace().tiles, mapa().tileAt(cell));
     if (const Place* const place = mapa().placeAt(cell))
         text += u"  «%1»"_s.arg(place->name);
     return text;
+}
+
+/// What a screen reader says of a cell.
+QString FrmMapa::spokenCell(QPoint cell) const
+{
+    if (!mapa().contains(cell))
+        return {};
+    const QString tile = mapa().tileAt(cell);
+    const Place* const place = mapa().placeAt(cell);
+    return u"Fila %1, columna %2, "_s.arg(cell.y()).arg(cell.x()) +
+           (tile.isEmpty() ? u"vacía"_s : spoken(workspace().tiles, tile)) +
+           (place ? u", lugar: %1"_s.arg(place->name) : QString());
 }
 
 const ToolPointer& FrmMapa::toolPointer() const

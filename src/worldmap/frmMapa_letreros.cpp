@@ -152,17 +152,16 @@ void FrmMapa::lvLugares_DblClick()
     if (!place)
         return;
     const QPoint cell = cellOf(*place);
-    centreOn(cell);
-    drawMinimap();
-    scrollMapa();
+    showCentred(cell);
     showLocation(place->text(), cell);
 }
 
 /// Moves the view so that a cell is in its middle, as far as the map's edges allow.
-void FrmMapa::centreOn(QPoint cell)
+void FrmMapa::showCentred(QPoint cell)
 {
-    const int columns = ui().imgMapa->width() * 4 / (hex::cellWidth * 3);
-    const int rows = ui().imgMapa->height() / hex::cellHeight;
+    const QSize view = ui().imgMapa->seenSize().toSize();
+    const int columns = view.width() * 4 / (hex::cellWidth * 3);
+    const int rows = view.height() / hex::cellHeight;
     currX = std::max(0, cell.x() - columns / 2);
     currY = std::max(0, cell.y() - rows / 2);
     if (currX + columns > mapa().ancho())
@@ -172,16 +171,18 @@ void FrmMapa::centreOn(QPoint cell)
     currX = std::max(0, currX);
     currY = std::max(0, currY);
     currX += currX % 2;
+    drawMinimap();
+    scrollMapa();
 }
 
 /// Makes a cell of an even column the view's first, or as near to it as leaves no empty ground.
 void FrmMapa::scrollTo(QPoint first)
 {
-    const int columns = ui().imgMapa->width() / hex::columnPitch;
-    const int rows = ui().imgMapa->height() / hex::cellHeight;
-    const int lastX = std::max(0, mapa().ancho() - columns);
+    const QSize view = ui().imgMapa->seenSize().toSize();
+    const int lastX = std::max(0, mapa().ancho() - view.width() / hex::columnPitch);
+    const int lastY = std::max(0, mapa().alto() - view.height() / hex::cellHeight);
     currX = std::clamp(first.x(), 0, lastX + lastX % 2);
-    currY = std::clamp(first.y(), 0, std::max(0, mapa().alto() - rows));
+    currY = std::clamp(first.y(), 0, lastY);
     drawMinimap();
     scrollMapa();
 }
@@ -200,8 +201,9 @@ void FrmMapa::showLocation(const QString& name, QPoint cell)
     const int middle = labelWidth - endsHalved;
     const int width = left.width() + middle + right.width();
 
-    const QPoint corner = hex::cellOrigin(cell.x() - currX, cell.y() - currY);
-    int x = corner.x() + hex::cellWidth;
+    const QRect inView = controls.imgMapa->cellInWidget(cell);
+    const QPoint corner = inView.topLeft();
+    int x = corner.x() + inView.width();
     if (x + width > controls.imgMapa->width())
         x = corner.x() - width;
     controls.imgLocationLeft->setGeometry(x, corner.y(), left.width(), left.height());

@@ -7,10 +7,10 @@
 #include "worldmap/frmMapa.h"
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
-#include "worldmap/hex_geometry.h"
 
 #include <QKeyEvent>
 #include <QMenu>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,8 +24,9 @@ const QStringList placeKeys{u"editarLugar"_s, u"moverLugar"_s, u"cambiarPin"_s, 
 /// Asks for the place of a cell that can be seen and puts it there.
 void FrmMapa::setPlace(QPoint cell)
 {
-    const QPoint corner = hex::cellOrigin(mouseCell.x(), mouseCell.y());
-    editPlace(cell, ui().imgMapa->mapToGlobal(corner + QPoint(hex::cellWidth, hex::cellHeight)));
+    const QRect inView = ui().imgMapa->cellInWidget(cell);
+    const QPoint beside = inView.topLeft() + QPoint(inView.width(), inView.height());
+    editPlace(cell, ui().imgMapa->mapToGlobal(beside));
 }
 
 /// Asks for the place of a cell; one that is there gets a new name and notes.
@@ -72,6 +73,24 @@ std::optional<QPoint> FrmMapa::placeInHand()
     tools_.outcome = u"Elija antes un lugar en la lista"_s;
     showTools();
     return std::nullopt;
+}
+
+/// Takes the keyboard's cursor to the next place, row by row, or to the one before; round and
+/// round.
+void FrmMapa::goToPlace(int way)
+{
+    const Places& places = mapa().mapaPines;
+    if (places.empty())
+        return;
+    MapView& view = *ui().imgMapa;
+    const QPoint from = view.spokenCell();
+    auto next = way > 0 ? places.upper_bound(from) : places.lower_bound(from);
+    if (way < 0)
+        next = std::prev(next == places.begin() ? places.end() : next);
+    else if (next == places.end())
+        next = places.begin();
+    view.setFocus();
+    view.setCursorCell(next->first);
 }
 
 void FrmMapa::editInHand()

@@ -1,16 +1,21 @@
 #include "worldmap/frmMinimap.h"
 
 #include "app/procs_windows.h"
+#include "platform/forms/application.h"
 #include "platform/forms/twips.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
 namespace {
 
-constexpr int longerSide = platform::pixelsFromTwips(2655);
+constexpr int firstSide = platform::pixelsFromTwips(2655); ///< the longer one of the picture's
+constexpr int smallestSide = 64;
 constexpr int margin = 8;
+constexpr auto fillSlice = std::chrono::milliseconds(12);
+constexpr auto fillAtOnce = std::chrono::milliseconds(60); ///< what is shown without delay
 constexpr QRgb selectorColor = qRgb(196, 60, 40);
 
 } // namespace
@@ -23,7 +28,11 @@ FrmMinimap& frmMinimap()
 void FrmMinimap::Form_Load()
 {
     window().setWindowFlags(Qt::Tool);
-    window().setFixedSize(longerSide + 2 * margin, longerSide + 2 * margin);
+    window().setMinimumSize(smallestSide + 2 * margin, smallestSide + 2 * margin);
+    window().resize(firstSide + 2 * margin, firstSide + 2 * margin);
+    filling_.setInterval(0);
+    QObject::connect(&filling_, &QTimer::timeout, &window(),
+                     [this] { platform::runCommand([this] { fill(); }); });
     QPalette palette = ui().imgSelector->palette();
     palette.setColor(QPalette::WindowText, QColor(selectorColor));
     ui().imgSelector->setPalette(palette);
@@ -69,33 +78,72 @@ void FrmMinimap::dismiss()
         formMapa->releaseButton();
 }
 
-void FrmMinimap::draw(const MapWindow& map, const platform::MemoryDC& buffer, QSize view)
+void FrmMinimap::Form_Resize()
+{
+    if (formMapa)
+        formMapa->drawMinimap();
+}
+
+void FrmMinimap::draw(const MapWindow& map, const Look& look)
 {
     if (!serves(map))
         return;
-    const QSizeF whole(buffer.width(), buffer.height());
-    const double scale = longerSide / std::max(whole.width(), whole.height());
+    const QSizeF whole(look.proportions);
+    const QSizeF room = window().size() - QSize(2 * margin, 2 * margin);
+    const double scale = std::min(room.width() / whole.width(), room.height() / whole.height());
     const QSize size((whole * scale).toSize().expandedTo({1, 1}));
     platform::PictureBox& picture = *ui().imgMinimap;
     picture.setGeometry((window().width() - size.width()) / 2, margin, size.width(), size.height());
+    showSelector(map, look);
 
-    selectorSize_ = QSizeF(size.width() * view.width() / whole.width(),
-                           size.height() * view.height() / whole.height());
-    ui().imgSelector->setGeometry(map.currX * size.width() / map.mapSize().width(),
-                                  map.currY * size.height() / map.mapSize().height(),
-                                  qRound(selectorSize_.width()), qRound(selectorSize_.height()));
-    picture.dc().StretchBlt(0, 0, size.width(), size.height(), buffer, 0, 0, buffer.width(),
-                            buffer.height(), platform::RasterOp::SRCCOPY);
-    picture.refresh();
+    const bool isOther = std::exchange(picture_, &look.picture) != &look.picture;
+    if (isOther || reduced_.size() != size || drawing_ != look.picture.drawing()) {
+        reduced_ = ReducedPicture(look.proportions, size);
+        drawing_ = look.picture.drawing();
+    }
+    fill();
 }
 
-void FrmMinimap::redraw(const MapWindow& map, const platform::MemoryDC& buffer, QRect changed)
+/// Fills the picture in bit by bit: of a large map it takes a while, and the windows go on
+/// meanwhile. That of a small one is there at once, whether or not it can be seen.
+void FrmMinimap::fill()
+{
+    const bool isGoingOn = filling_.isActive();
+    filling_.stop(); // also if it fails
+    if (isGoingOn || isVisible() || !picture_->isLarge())
+        reduced_.fill(*picture_, isGoingOn ? fillSlice : fillAtOnce);
+    ui().imgMinimap->dc().BitBlt(0, 0, reduced_.size().width(), reduced_.size().height(),
+                                 reduced_.surface(), 0, 0, platform::RasterOp::SRCCOPY);
+    ui().imgMinimap->refresh();
+    if (!reduced_.isFilled() && isVisible())
+        filling_.start();
+}
+
+void FrmMinimap::showSelector(const MapWindow& map, const Look& look)
+{
+    const QSize picture = ui().imgMinimap->size();
+    const QSizeF whole(look.proportions);
+    selectorSize_ = QSizeF(picture.width() * look.seen.width() / whole.width(),
+                           picture.height() * look.seen.height() / whole.height());
+    const QSize cells = map.mapSize();
+    const auto first = [](int cell, int count, int pixels, double inCell) {
+        return cell * pixels / count + static_cast<int>(inCell * pixels);
+    };
+    ui().imgSelector->setGeometry(
+        first(map.currX, cells.width(), picture.width(), look.inCell.x() / whole.width()),
+        first(map.currY, cells.height(), picture.height(), look.inCell.y() / whole.height()),
+        qRound(selectorSize_.width()), qRound(selectorSize_.height()));
+}
+
+void FrmMinimap::redraw(const MapWindow& map, const MapPicture& picture, const QRect& changed)
 {
     if (!serves(map))
         return;
-    platform::PictureBox& picture = *ui().imgMinimap;
-    const QRect part = picture.dc().StretchBltPart(buffer, changed);
-    picture.update(part);
+    const QRect part = reduced_.redraw(picture, changed);
+    platform::PictureBox& box = *ui().imgMinimap;
+    box.dc().BitBlt(part.x(), part.y(), part.width(), part.height(), reduced_.surface(), part.x(),
+                    part.y(), platform::RasterOp::SRCCOPY);
+    box.update(part);
 }
 
 /// Moves the selector's middle to a position in the picture, as far as it stays inside, and the

@@ -17,6 +17,11 @@ public:
         return {hex::cellOrigin(cell.x(), cell.y()), QSize(hex::cellWidth, hex::cellHeight)};
     }
     QPoint cellAt(QPoint pixel) const override { return hex::cellAt(pixel); }
+    QPoint firstCell(QPoint pixel) const override
+    {
+        const int column = pixel.x() / hex::columnPitch;
+        return {column - column % 2, pixel.y() / hex::cellHeight}; // always an even column
+    }
 
     QPolygon corners(QPoint cell) const override
     {

@@ -1,17 +1,16 @@
 #include "worldmap/map_canvas.h"
 
 #include "platform/core/error.h"
-#include "platform/core/grid.h"
-#include "worldmap/hex_geometry.h"
+#include "worldmap/hex_map_geometry.h"
 #include "worldmap/name_cache.h"
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 using platform::MemoryDC;
 
 namespace {
+
+constexpr QSize cellSize(hex::cellWidth, hex::cellHeight);
 
 using Picture = std::shared_ptr<const MemoryDC>;
 
@@ -36,16 +35,17 @@ void drawPicture(MemoryDC& dc, QPoint origin, const MemoryDC& picture, const Mem
 }
 
 struct TilePictures {
-    const MemoryDC* picture;
-    const MemoryDC* mask;
+    const MemoryDC* picture = nullptr;
+    const MemoryDC* mask = nullptr;
 };
 
 } // namespace
 
 void MapCanvas::crearBuffer(int ancho, int alto)
 {
-    const QSize size = hex::mapSize(ancho, alto);
-    hdcBuffer = MemoryDC(size.width(), size.height());
+    hdcBuffer = MapPicture(hex::pictureSize(ancho, alto));
+    map_ = nullptr;
+    covered_.clear();
 }
 
 void MapCanvas::selectTile(const QString& tile)
@@ -60,105 +60,68 @@ void MapCanvas::selectPin(const QString& pin)
     tileMask = pictureOf(pictures_->colMascarasPines, pin);
 }
 
-void MapCanvas::drawTile(MemoryDC& dc, int x, int y) const
+void MapCanvas::drawTile(int x, int y)
 {
-    drawPicture(dc, hex::cellOrigin(x, y), *tileActual, tileMask.get());
-}
-
-/// Draws a cell, its tile and its place, with its corner at a point.
-void MapCanvas::drawCell(MemoryDC& dc, QPoint origin, const WorldMap& map, QPoint cell) const
-{
-    if (const QString& tile = map.tileAt(cell); !tile.isEmpty())
-        drawPicture(dc, origin, *pictureOf(pictures_->colTiles, tile),
-                    pictureOf(pictures_->colMascarasTiles, tile).get());
-    if (const Place* const place = map.placeAt(cell))
-        drawPicture(dc, origin, *pictureOf(pictures_->colPines, place->pin),
-                    pictureOf(pictures_->colMascarasPines, place->pin).get());
-}
-
-void MapCanvas::redrawCell(const WorldMap& map, QPoint cell)
-{
-    // The pictures of the neighbours reach into the cell's, some below it and some above.
-    const QPoint corner = hex::cellOrigin(cell.x(), cell.y());
-    MemoryDC patch(hex::cellWidth, hex::cellHeight);
-    for (int row = cell.y() - 1; row <= cell.y() + 1; ++row) {
-        for (int column = cell.x() - 1; column <= cell.x() + 1; ++column) {
-            if (map.contains({column, row}))
-                drawCell(patch, hex::cellOrigin(column, row) - corner, map, {column, row});
-        }
-    }
-    hdcBuffer.BitBlt(corner.x(), corner.y(), patch.width(), patch.height(), patch, 0, 0,
-                     platform::RasterOp::SRCCOPY);
-}
-
-void MapCanvas::redrawCells(const WorldMap& map, std::span<const QPoint> cells)
-{
-    // Each cell takes the drawing of nine; of many cells all at once is less.
-    constexpr std::size_t cellsDrawn = 9;
-    const auto all = static_cast<std::size_t>(map.ancho()) * static_cast<std::size_t>(map.alto());
-    if (cells.size() * cellsDrawn < all) {
-        for (const QPoint cell : cells)
-            redrawCell(map, cell);
-    } else if (cells.size() == all) {
-        hdcBuffer.fill(qRgb(0, 0, 0));
-        renderMapa(map);
-    } else {
-        redrawInBands(map, cells);
-    }
-}
-
-/// Draws some rows at a time beside the buffer, which may be large, and copies from there what the
-/// cells cover.
-void MapCanvas::redrawInBands(const WorldMap& map, std::span<const QPoint> cells)
-{
-    constexpr int bandRows = 64;
-    platform::Grid<char> isWanted(map.alto(), map.ancho(), 0);
-    for (const QPoint cell : cells)
-        isWanted(cell.y(), cell.x()) = 1;
-    for (int first = 0; first < map.alto(); first += bandRows) {
-        const int end = std::min(first + bandRows, map.alto());
-        const QPoint corner = hex::cellOrigin(0, first);
-        const QSize size = hex::mapSize(map.ancho(), end - first);
-        MemoryDC band(size.width(), size.height());
-        // The pictures of the rows above and below reach into the band.
-        drawRows(band, corner, map, std::max(0, first - 1), std::min(end + 1, map.alto()));
-        for (int x = 0; x < map.ancho(); ++x) {
-            for (int y = first, run = 0; y < end; y += std::max(run, 1)) {
-                for (run = 0; y + run < end && isWanted(y + run, x) != 0;)
-                    ++run;
-                const QPoint to = hex::cellOrigin(x, y);
-                hdcBuffer.BitBlt(to.x(), to.y(), hex::cellWidth, run * hex::cellHeight, band,
-                                 to.x() - corner.x(), to.y() - corner.y(),
-                                 platform::RasterOp::SRCCOPY);
-            }
-        }
-    }
+    const QPoint origin = hex::cellOrigin(x, y);
+    hdcBuffer.drawOver(QRect(origin, cellSize),
+                       [origin, tile = tileActual, mask = tileMask](MemoryDC& dc, QPoint corner) {
+                           drawPicture(dc, origin - corner, *tile, mask.get());
+                       });
 }
 
 void MapCanvas::renderMapa(const WorldMap& map)
 {
-    drawRows(hdcBuffer, {}, map, 0, map.alto());
+    map_ = &map;
+    covered_.clear();
+    hdcBuffer.draw([this](MemoryDC& dc, QPoint corner) { paint(dc, corner); });
 }
 
-/// Draws the cells of some rows onto a surface whose top left corner is a point of the map's
-/// picture.
-void MapCanvas::drawRows(MemoryDC& dc, QPoint corner, const WorldMap& map, int firstRow,
-                         int endRow) const
+void MapCanvas::drawPainted(const std::vector<MapChange::Tile>& before)
+{
+    std::vector<QRect> drawn;
+    for (const MapChange::Tile& old : before) {
+        if (!map_->placeAt(old.cell)) {
+            drawn.emplace_back(hex::cellOrigin(old.cell.x(), old.cell.y()), cellSize);
+        } else if (const auto first = covered_.constFind(old.cell); first == covered_.cend()) {
+            covered_.insert(old.cell, old.tile);
+        } else if (*first == map_->tileAt(old.cell)) {
+            covered_.erase(first);
+        }
+    }
+    hdcBuffer.redraw(drawn);
+}
+
+void MapCanvas::redrawCell(QPoint cell)
+{
+    covered_.remove(cell);
+    const QRect part(hex::cellOrigin(cell.x(), cell.y()), cellSize);
+    hdcBuffer.redraw({&part, 1});
+}
+
+/// Draws the part of the map that begins at a pixel of its picture: the cells that reach into it,
+/// row by row.
+void MapCanvas::paint(MemoryDC& dc, QPoint corner) const
 {
     NameCache<TilePictures> tiles;
     const auto lookUp = [this](const QString& tile) {
         return TilePictures{pictureOf(pictures_->colTiles, tile).get(),
                             pictureOf(pictures_->colMascarasTiles, tile).get()};
     };
-    auto place = map.mapaPines.lower_bound({0, firstRow}); // they come in the order of the cells
-    for (int y = firstRow; y < endRow; ++y) {
-        for (int x = 0; x < map.ancho(); ++x) {
+    const QRect cells = HexMapGeometry({map_->ancho(), map_->alto()})
+                            .cellsIn(QRect(corner, QSize(dc.width(), dc.height())));
+    for (int y = cells.top(); y <= cells.bottom(); ++y) {
+        auto place = map_->mapaPines.lower_bound({cells.left(), y});
+        for (int x = cells.left(); x <= cells.right(); ++x) {
+            const QPoint cell(x, y);
             const QPoint origin = hex::cellOrigin(x, y) - corner;
-            if (const QString& tile = map.mapaTiles(y, x); !tile.isEmpty()) {
+            const bool hasPlace = place != map_->mapaPines.end() && place->first == cell;
+            const auto covered = hasPlace ? covered_.constFind(cell) : covered_.cend();
+            const QString& tile = covered == covered_.cend() ? map_->mapaTiles(y, x) : *covered;
+            if (!tile.isEmpty()) {
                 const TilePictures& found = tiles.find(tile, lookUp);
                 drawPicture(dc, origin, *found.picture, found.mask);
             }
-            if (place != map.mapaPines.end() && place->first == QPoint(x, y)) {
+            if (hasPlace) {
                 drawPicture(dc, origin, *pictureOf(pictures_->colPines, place->second.pin),
                             pictureOf(pictures_->colMascarasPines, place->second.pin).get());
                 ++place;

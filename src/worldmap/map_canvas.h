@@ -1,24 +1,27 @@
 #pragma once
 
-#include "platform/gdi/memory_dc.h"
+#include "mapview/map_picture.h"
 #include "worldmap/definitions.h"
+#include "worldmap/map_change.h"
 #include "worldmap/world_map.h"
 
-#include <span>
+#include <QHash>
 
-/// Draws a world map: whole, into a back buffer of the map's size, or cell by cell. The pictures
-/// must outlive it.
+/// Draws a world map: its whole picture, as far as it is looked at, and changes of it. The pictures
+/// of the definitions must outlive it.
 class MapCanvas
 {
 public:
     explicit MapCanvas(const MapPictures& pictures) : pictures_(&pictures) {}
+    MapCanvas(const MapCanvas&) = delete;
+    MapCanvas& operator=(const MapCanvas&) = delete;
 
     /// What drawTile draws next; the mask may be SIN_MASCARA.
     std::shared_ptr<const platform::MemoryDC> tileActual;
     std::shared_ptr<const platform::MemoryDC> tileMask;
     /// The back buffer: the whole map's picture, which view and minimap are copies of. Null before
     /// crearBuffer is first called.
-    platform::MemoryDC hdcBuffer;
+    MapPicture hdcBuffer;
 
     /// Makes a new, black back buffer for a map of that many columns and rows.
     void crearBuffer(int ancho, int alto);
@@ -28,24 +31,25 @@ public:
     void selectTile(const QString& tile);
     void selectPin(const QString& pin);
 
-    /// Draws tileActual through tileMask at the place of cell (x, y) of a map whose cell (0, 0) is
-    /// at the surface's top left corner.
-    void drawTile(platform::MemoryDC& dc, int x, int y) const;
-
-    /// Draws again what the pictures of some cells, each given once, cover of the back buffer, with
-    /// the same pixels as drawing the whole map.
-    void redrawCells(const WorldMap& map, std::span<const QPoint> cells);
+    /// Draws tileActual through tileMask over cell (x, y) of the back buffer.
+    void drawTile(int x, int y);
 
     /// Draws every cell and every place of the map into the back buffer, row by row, a place's pin
-    /// right after the tile of its cell. The buffer must be of the map's size.
+    /// right after the tile of its cell. The buffer must be of the map's size. From now on the map
+    /// must stay where it is, and what is changed of it be told, as its parts are drawn when they
+    /// are looked at.
     void renderMapa(const WorldMap& map);
 
+    /// Draws cells that were painted; each is given once, with the tile that it had before. Under a
+    /// place the new tile shows when the place changes, or the whole map is drawn.
+    void drawPainted(const std::vector<MapChange::Tile>& before);
+    /// Draws a cell again as the map has it now.
+    void redrawCell(QPoint cell);
+
 private:
-    void drawCell(platform::MemoryDC& dc, QPoint origin, const WorldMap& map, QPoint cell) const;
-    void drawRows(platform::MemoryDC& dc, QPoint corner, const WorldMap& map, int firstRow,
-                  int endRow) const;
-    void redrawCell(const WorldMap& map, QPoint cell);
-    void redrawInBands(const WorldMap& map, std::span<const QPoint> cells);
+    void paint(platform::MemoryDC& dc, QPoint corner) const;
 
     const MapPictures* pictures_;
+    const WorldMap* map_ = nullptr;
+    QHash<QPoint, QString> covered_; ///< tiles still to be seen in cells painted under a place
 };

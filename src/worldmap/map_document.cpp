@@ -179,15 +179,17 @@ void MapDocument::paintCells(std::span<const QPoint> cells, const QString& tile,
 {
     MapChange change;
     change.tiles.reserve(cells.size());
-    std::vector<QPoint> asTheyAre;
+    std::vector<MapChange::Tile> asTheyAre;
     bool isDrawn = false;
     for (const QPoint cell : cells) {
         isDrawn = isDrawn || !map_.placeAt(cell);
         if (map_.tileAt(cell) == tile)
-            asTheyAre.push_back(cell);
+            asTheyAre.push_back({cell, tile});
         else
             change.setTile(cell, tile);
     }
+    if (std::exchange(strokeTile_, tile) != tile)
+        closeStrokeStep(); // so that each of its cells changes once
     if (!change.isEmpty() && strokeStep_) {
         change.exchange(map_);
         announce(change, true);
@@ -299,18 +301,19 @@ void MapDocument::announce(const MapChange& change, bool isNews)
         emit replaced();
         return;
     }
-    std::vector<QPoint> cells;
-    for (const MapChange::Tile& tile : change.tiles)
-        cells.push_back(tile.cell);
-    std::vector<QPoint> sorted = change.places.empty() ? std::vector<QPoint>() : cells;
-    std::sort(sorted.begin(), sorted.end(), RowMajor());
+    std::vector<QPoint> sorted;
+    if (!change.places.empty()) {
+        for (const MapChange::Tile& tile : change.tiles)
+            sorted.push_back(tile.cell);
+        std::sort(sorted.begin(), sorted.end(), RowMajor());
+    }
     // The change holds now what the map held.
     std::vector<PlaceChange> places;
     for (const MapChange::Site& site : change.places)
         places.push_back({site.cell, site.place.empty() ? QString() : site.place.mapped().pin,
                           std::binary_search(sorted.begin(), sorted.end(), site.cell, RowMajor())});
-    if (!cells.empty())
-        emit tilesChanged(cells);
+    if (!change.tiles.empty())
+        emit tilesChanged(change.tiles);
     if (!places.empty())
         emit placesChanged(places, isNews);
     if (change.properties)

@@ -47,7 +47,8 @@ public:
     void paint(std::span<const QPoint> cells, const QString& tile);
     /// Paints a cell and all that hang together with it and have its tile.
     void fill(QPoint cell, const QString& tile);
-    /// What is painted between these two is one step. Any other change ends a stroke, too.
+    /// What is painted with one tile between these two is one step. Any other change ends a stroke,
+    /// too.
     void beginStroke();
     void endStroke();
     bool isInStroke() const { return isInStroke_; }
@@ -87,8 +88,8 @@ public:
     };
 
 signals:
-    /// Tiles of these cells changed, or were painted as they are.
-    void tilesChanged(const std::vector<QPoint>& cells);
+    /// Tiles of these cells, given with what they were, changed, or were painted as they are.
+    void tilesChanged(const std::vector<MapChange::Tile>& before);
     /// These cells got a place, lost one, or have another one; for the first time, or once more on
     /// the way back or forth.
     void placesChanged(const std::vector<PlaceChange>& changes, bool isNews);
@@ -116,5 +117,6 @@ private:
     bool beganAnew_ = false; ///< with a map that took the place of the starting grid
     bool isInStroke_ = false;
     Step* strokeStep_ = nullptr; ///< of the stroke that goes on, once it changed something
+    QString strokeTile_;
     History history_;
 };

@@ -31,7 +31,7 @@ struct MapTools {
     Gesture gesture = Gesture::None;
     bool leftHeld = false;
     QPoint pressed;                  ///< the cell in which the gesture began
-    std::optional<QPoint> strokeEnd; ///< where the stroke has come to, in pixels of the view
+    std::optional<QPoint> strokeEnd; ///< where the stroke has come to, in pixels of the picture
     bool pointerInView = false;
     const ToolPointer* pointer = nullptr; ///< as it is on the screen
 };

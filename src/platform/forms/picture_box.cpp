@@ -99,8 +99,8 @@ PictureBox::PictureBox(QWidget* parent) : QWidget(parent)
 MemoryDC& PictureBox::dc()
 {
     // Not in the resize event, which a hidden widget doesn't get.
-    if (dc_.width() != width() || dc_.height() != height()) {
-        dc_ = MemoryDC(width(), height());
+    if (const QSize wanted = surfaceSize(); dc_.image().size() != wanted) {
+        dc_ = MemoryDC(wanted.width(), wanted.height());
         dc_.fill(groundColor);
     }
     return dc_;
@@ -115,8 +115,6 @@ void PictureBox::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
     painter.drawImage(event->rect(), dc().image(), event->rect());
-    if (drawOver)
-        drawOver(painter);
 }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event)

@@ -59,8 +59,9 @@ private:
     QImage picture_;
 };
 
-/// A drawing surface on the screen. Code draws into dc(), whose size in pixels is the widget's, and
-/// calls refresh() to bring it to the screen. A resize gives a new surface in the ground colour.
+/// A drawing surface on the screen. Code draws into dc(), by default of the widget's size in
+/// pixels, and calls refresh() to bring it to the screen. Another size gives a new surface in the
+/// ground colour.
 class PictureBox : public QWidget
 {
     Q_OBJECT
@@ -71,8 +72,6 @@ public:
     /// Fills the surface with the ground colour, a plain dark grey.
     void clear();
     void refresh() { update(); }
-    /// Draws over the surface whenever it comes to the screen.
-    std::function<void(QPainter& painter)> drawOver;
 
 signals:
     /// The pointer moved, or a button was pressed where it is.
@@ -85,6 +84,7 @@ signals:
     void released(Qt::MouseButton button);
 
 protected:
+    virtual QSize surfaceSize() const { return size(); }
     void paintEvent(QPaintEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

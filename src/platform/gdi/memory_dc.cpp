@@ -88,24 +88,33 @@ std::vector<Share> areaShares(std::int64_t scaledPixel, int fromSize, int toSize
     return shares;
 }
 
-/// A part of the source picture scaled to `size` by averaging areas.
-QImage areaAverage(const QImage& source, QSize size, QRect part)
+/// The source pixels under the scaled pixels from `first` on.
+std::vector<std::vector<Share>> sharesOf(int first, int count, int fromSize, int toSize)
 {
-    std::vector<std::vector<Share>> columns;
-    for (int x = part.left(); x <= part.right(); ++x)
-        columns.push_back(areaShares(x, source.width(), size.width()));
+    std::vector<std::vector<Share>> shares;
+    for (int i = 0; i < count; ++i)
+        shares.push_back(areaShares(first + i, fromSize, toSize));
+    return shares;
+}
+
+/// A part of a picture scaled by averaging areas. `source` holds the picture from a pixel on.
+QImage areaAverage(const QImage& source, QPoint sourceAt, QSize from, QSize to, QRect part)
+{
+    const auto columns = sharesOf(part.left(), part.width(), from.width(), to.width());
+    const auto rows = sharesOf(part.top(), part.height(), from.height(), to.height());
     const int firstColumn = columns.front().front().pixel;
     const std::uint64_t area =
-        static_cast<std::uint64_t>(source.width()) * static_cast<std::uint64_t>(source.height());
+        static_cast<std::uint64_t>(from.width()) * static_cast<std::uint64_t>(from.height());
     QImage scaled(part.size(), QImage::Format_RGB32);
     using Sums = std::array<std::uint64_t, 3>;
     std::vector<Sums> lineSums(static_cast<std::size_t>(columns.back().back().pixel - firstColumn) +
                                1);
     for (int y = 0; y < part.height(); ++y) {
         std::fill(lineSums.begin(), lineSums.end(), Sums{});
-        for (const Share& row : areaShares(part.top() + y, source.height(), size.height())) {
+        for (const Share& row : rows[static_cast<std::size_t>(y)]) {
             const auto* const line =
-                reinterpret_cast<const QRgb*>(source.constScanLine(row.pixel)) + firstColumn;
+                reinterpret_cast<const QRgb*>(source.constScanLine(row.pixel - sourceAt.y())) +
+                firstColumn - sourceAt.x();
             for (std::size_t x = 0; x < lineSums.size(); ++x) {
                 lineSums[x][0] += row.weight * static_cast<std::uint64_t>(qRed(line[x]));
                 lineSums[x][1] += row.weight * static_cast<std::uint64_t>(qGreen(line[x]));
@@ -222,25 +231,30 @@ void MemoryDC::StretchBlt(int x, int y, int w, int h, const MemoryDC& source, in
         return;
     const QRect from(sourceX, sourceY, sourceW, sourceH);
     const QImage part = from == source.image_.rect() ? source.image_ : source.image_.copy(from);
-    const MemoryDC scaled(areaAverage(part, {w, h}, {0, 0, w, h}), Surface());
+    const MemoryDC scaled(areaAverage(part, {}, from.size(), {w, h}, {0, 0, w, h}), Surface());
     BitBlt(x, y, w, h, scaled, 0, 0, op);
 }
 
-QRect MemoryDC::StretchBltPart(const MemoryDC& source, QRect changed)
+QRect stretchedPart(QSize from, QSize to, const QRect& changed)
 {
-    const QRect from = changed & source.image_.rect();
-    if (from.isEmpty() || image_.isNull())
+    const QRect inside = changed & QRect({}, from);
+    if (inside.isEmpty() || to.isEmpty())
         return {};
     const auto scaled = [](qint64 position, int fromSize, int toSize, bool up) {
         return static_cast<int>((position * toSize + (up ? fromSize - 1 : 0)) / fromSize);
     };
-    const QRect part(QPoint(scaled(from.left(), source.width_, width_, false),
-                            scaled(from.top(), source.height_, height_, false)),
-                     QPoint(scaled(from.right() + 1, source.width_, width_, true) - 1,
-                            scaled(from.bottom() + 1, source.height_, height_, true) - 1));
-    const MemoryDC patch(areaAverage(source.image_, image_.size(), part), Surface());
+    return {QPoint(scaled(inside.left(), from.width(), to.width(), false),
+                   scaled(inside.top(), from.height(), to.height(), false)),
+            QPoint(scaled(inside.right() + 1, from.width(), to.width(), true) - 1,
+                   scaled(inside.bottom() + 1, from.height(), to.height(), true) - 1)};
+}
+
+void MemoryDC::StretchBltPart(const MemoryDC& source, QPoint sourceAt, QSize whole,
+                              const QRect& part)
+{
+    const MemoryDC patch(areaAverage(source.image_, sourceAt, whole, image_.size(), part),
+                         Surface());
     BitBlt(part.x(), part.y(), part.width(), part.height(), patch, 0, 0, RasterOp::SRCCOPY);
-    return part;
 }
 
 void MemoryDC::LineTo(QPoint point, const Pen& pen)

@@ -49,10 +49,10 @@ public:
     void StretchBlt(int x, int y, int w, int h, const MemoryDC& source, int sourceX, int sourceY,
                     int sourceW, int sourceH, RasterOp op);
 
-    /// Draws again the pixels that a change in a part of the source affects, where the source was
-    /// drawn before over the whole surface with StretchBlt and SRCCOPY: with the same
-    /// result as drawing it all anew. Returns the rectangle drawn.
-    QRect StretchBltPart(const MemoryDC& source, QRect changed);
+    /// Draws one part of a picture that is scaled as with StretchBlt onto the whole surface, with
+    /// the same pixels. `source` holds what that part is the average of, stretchedPart the other
+    /// way round, from a pixel of the picture on; `whole` is the picture's size.
+    void StretchBltPart(const MemoryDC& source, QPoint sourceAt, QSize whole, const QRect& part);
 
     void MoveToEx(QPoint point) { penPosition_ = point; }
     /// Draws a straight line with hard edges from the pen's position and moves the pen to its end.
@@ -73,5 +73,9 @@ private:
     int pitch_ = 0; ///< pixels from one row to the next
     QPoint penPosition_;
 };
+
+/// The pixels that a part of a picture reaches into when it is scaled from one size to another;
+/// none where the part lies outside the picture.
+QRect stretchedPart(QSize from, QSize to, const QRect& part);
 
 } // namespace platform

@@ -1,0 +1,74 @@
+#include "mapview/reduced_picture.h"
+
+#include <QElapsedTimer>
+#include <algorithm>
+
+using platform::MemoryDC;
+
+namespace {
+
+constexpr int blockSource = 512; ///< pixels of the map's picture for a block, along each side
+
+int blockSide(int from, int to)
+{
+    return std::clamp(static_cast<int>(qint64{blockSource} * to / from), 1, to);
+}
+
+} // namespace
+
+ReducedPicture::ReducedPicture(QSize part, QSize size)
+    : from_(part),
+      block_(blockSide(part.width(), size.width()), blockSide(part.height(), size.height())),
+      surface_(size.width(), size.height())
+{
+}
+
+int ReducedPicture::columns() const
+{
+    return (surface_.width() + block_.width() - 1) / block_.width();
+}
+
+int ReducedPicture::blocks() const
+{
+    return surface_.isNull()
+               ? 0
+               : columns() * ((surface_.height() + block_.height() - 1) / block_.height());
+}
+
+QRect ReducedPicture::blockRect(int block) const
+{
+    const QPoint corner(block % columns() * block_.width(), block / columns() * block_.height());
+    return QRect(corner, block_) & QRect({}, size());
+}
+
+QRect ReducedPicture::fill(const MapPicture& picture, std::chrono::milliseconds time)
+{
+    QRect drawn;
+    QElapsedTimer timer;
+    timer.start();
+    const bool hurries = picture.isLarge();
+    while (!isFilled() && !(hurries && !drawn.isNull() && timer.elapsed() >= time.count())) {
+        const QRect block = blockRect(next_);
+        drawPart(picture, block);
+        ++next_;
+        drawn |= block;
+    }
+    return drawn;
+}
+
+QRect ReducedPicture::redraw(const MapPicture& picture, const QRect& changed)
+{
+    const QRect part = platform::stretchedPart(from_, size(), changed);
+    if (part.isEmpty())
+        return {};
+    drawPart(picture, part);
+    return part;
+}
+
+void ReducedPicture::drawPart(const MapPicture& picture, const QRect& part)
+{
+    const QRect source = platform::stretchedPart(size(), from_, part);
+    MemoryDC pixels(source.width(), source.height());
+    picture.copyTo(pixels, {}, source, MapPicture::Pieces::Passing);
+    surface_.StretchBltPart(pixels, source.topLeft(), from_, part);
+}

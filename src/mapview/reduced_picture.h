@@ -1,0 +1,37 @@
+#pragma once
+
+#include "mapview/map_picture.h"
+
+#include <chrono>
+
+/// The picture of a map reduced by averaging areas, so that all of it can be seen. It fills in bit
+/// by bit, as a large map takes long to draw.
+class ReducedPicture
+{
+public:
+    ReducedPicture() = default;
+    /// Of the upper left part of a map's picture, whose last columns may be left out.
+    ReducedPicture(QSize part, QSize size);
+
+    /// Black where it isn't filled in yet.
+    const platform::MemoryDC& surface() const { return surface_; }
+    QSize size() const { return {surface_.width(), surface_.height()}; }
+    bool isFilled() const { return next_ >= blocks(); }
+
+    /// Fills in what is missing, if the map's picture is large for about that long, and returns
+    /// what was drawn. Throws as MapPicture does.
+    QRect fill(const MapPicture& picture, std::chrono::milliseconds time);
+    /// Draws again what a part of the map's picture reaches into, and returns it.
+    QRect redraw(const MapPicture& picture, const QRect& changed);
+
+private:
+    int columns() const;
+    int blocks() const;
+    QRect blockRect(int block) const;
+    void drawPart(const MapPicture& picture, const QRect& part);
+
+    QSize from_;
+    QSize block_; ///< that are drawn at a time
+    int next_ = 0;
+    platform::MemoryDC surface_;
+};
