@@ -3,6 +3,8 @@
 #include "mapview/map_view_accessible_form.h"
 #include "platform/forms/application.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
@@ -80,6 +82,9 @@ void MapView::applyViewport()
     *scene_.currY = first_.y();
     drawSurface();
     emit moved();
+    if (underMouse() && !cursor_ && !panned_) // another cell is under the pointer now
+        emitPointed(mapFromGlobal(QCursor::pos()), QGuiApplication::mouseButtons(),
+                    QGuiApplication::keyboardModifiers());
 }
 
 void MapView::show(bool isNewDrawing)

@@ -259,9 +259,17 @@ void MemoryDC::StretchBltPart(const MemoryDC& source, QPoint sourceAt, QSize who
 
 void MemoryDC::LineTo(QPoint point, const Pen& pen)
 {
-    QPainter painter(&image_);
+    // On a surface of its own: a painter rounds a line that its surface cuts in another way.
+    const QRect covered = QRect(penPosition_, QSize(1, 1))
+                              .united(QRect(point, QSize(1, 1)))
+                              .adjusted(-pen.width, -pen.width, pen.width, pen.width);
+    QImage line(covered.size(), QImage::Format_ARGB32_Premultiplied);
+    line.fill(Qt::transparent);
+    QPainter painter(&line);
     painter.setPen(QPen(QColor(pen.color), pen.width));
-    painter.drawLine(penPosition_, point);
+    painter.drawLine(penPosition_ - covered.topLeft(), point - covered.topLeft());
+    painter.end();
+    QPainter(&image_).drawImage(covered.topLeft(), line);
     penPosition_ = point;
 }
 
