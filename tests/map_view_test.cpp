@@ -1,0 +1,267 @@
+// The view of the map window: zooms, moving it, the keyboard's cursor, and what is heard of it.
+
+#include "map_test.h"
+
+#include <QAccessible>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class MapViewTest : public MapTest
+{
+protected:
+    static MapView& view() { return *frmMapa().ui().imgMapa; }
+    static QAction& command(const QString& key)
+    {
+        return *frmMapa().window().findChild<QAction*>(key);
+    }
+    static QScrollBar& bar(const QString& name)
+    {
+        return *frmMapa().window().findChild<QScrollBar*>(name);
+    }
+    static QPoint cellUnder(QPoint position)
+    {
+        return hex::cellAt(view().viewport().pictureAt(position));
+    }
+    static QPoint middleOf(QPoint cell) { return view().cellInWidget(cell).center(); }
+
+    static void wheel(QPoint position, QPoint angle, QPoint pixels = {},
+                      Qt::KeyboardModifiers keys = {})
+    {
+        QWheelEvent event(position, view().mapToGlobal(position), pixels, angle, {}, keys,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&view(), &event);
+    }
+    static void press(Qt::Key key, Qt::KeyboardModifiers keys = {})
+    {
+        QTest::keyClick(&view(), key, keys);
+    }
+    using MapTest::press;
+    /// Keys are the view's from now on.
+    static void takeKeys()
+    {
+        frmMapa().window().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&frmMapa().window()));
+        view().setFocus();
+    }
+
+    /// What the view shows, against the whole picture enlarged.
+    static void expectEnlargedPixels()
+    {
+        const QImage shown = view().grab().toImage();
+        const QImage whole = frmMapa().hdcBuffer.image();
+        for (int y = 0; y < shown.height(); y += 3) {
+            for (int x = 0; x < shown.width(); x += 3) {
+                const QPoint from = view().viewport().pictureAt({x, y});
+                ASSERT_EQ(shown.pixel(x, y),
+                          whole.rect().contains(from) ? whole.pixel(from) : qRgb(0x24, 0x22, 0x20))
+                    << x << ", " << y;
+            }
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(MapViewTest, ZoomKeepsTheMiddleOrTheCellUnderThePointer)
+{
+    frmMapa().newMapa({}, {150, 120});
+    const QPoint pointer(211, 333);
+    for (const int zoom : {2, 3, 4, 6, 8}) {
+        const QPoint before = view().viewport().pictureAt(view().rect().center());
+        command(u"acercar"_s).trigger();
+        EXPECT_EQ(view().viewport().zoom(), zoom);
+        EXPECT_TRUE(frmMapa().ui().lblEstado->text().contains(u"Zoom %1×"_s.arg(zoom)));
+        const QPoint moved = view().viewport().pictureAt(view().rect().center()) - before;
+        EXPECT_LE(moved.manhattanLength(), zoom == 2 ? 30 : 2) << "from a corner it can't all stay";
+        EXPECT_EQ(frmMapa().currX % 2, 0);
+        expectEnlargedPixels();
+    }
+    EXPECT_FALSE(command(u"acercar"_s).isEnabled());
+    for (const int turn : {-120, -60, -60, -120, 120, 120, 120}) {
+        const QPoint before = cellUnder(pointer);
+        wheel(pointer, {0, turn}, {}, Qt::ControlModifier);
+        EXPECT_EQ(cellUnder(pointer), before);
+    }
+    command(u"tamanoNatural"_s).trigger();
+    EXPECT_EQ(view().viewport().zoom(), 1);
+    EXPECT_FALSE(command(u"alejar"_s).isEnabled());
+}
+
+TEST_F(MapViewTest, ToolsWorkAtEveryZoom)
+{
+    press(frmMapa().ui().tiles);
+    choose(frmTiles().ui().lvTiles, 3);
+    const QString tile = frmTiles().selectedName();
+    int row = 4;
+    for (const int zoom : {1, 2, 4, 8, 0}) {
+        zoom == 0 ? view().setWhole(true) : view().setZoom(zoom);
+        const QPoint cell(frmMapa().currX + 3, frmMapa().currY + ++row % 4);
+        QTest::mouseClick(&view(), Qt::LeftButton, {}, middleOf(cell));
+        EXPECT_EQ(frmMapa().mapa().tileAt(cell), tile) << "zoom " << zoom;
+        EXPECT_EQ(frmMapa().ui().lblPosicion->text(), u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()));
+    }
+    expectPixelsOfFullRedraw();
+}
+
+TEST_F(MapViewTest, BarsWheelKeysAndDragsReachEveryEdge)
+{
+    frmMapa().newMapa({}, {101, 90});
+    QScrollBar& across = bar(u"hsbMapa"_s);
+    QScrollBar& down = bar(u"vsbMapa"_s);
+    ASSERT_TRUE(across.isVisible() && down.isVisible());
+    EXPECT_FALSE(view().geometry().intersects(across.geometry()));
+    across.setValue(across.maximum());
+    down.setValue(down.maximum());
+    // The last strip of the last column, and the last row, are in the corner.
+    const QPoint end = view().rect().bottomRight();
+    EXPECT_EQ(view().viewport().pictureAt(end), QPoint(101 * 11 + 3, 7 + 90 * 14 - 1));
+    expectEnlargedPixels();
+    press(frmMapa().ui().minimapa);
+    const QRect selector = frmMinimap().ui().imgSelector->geometry();
+    EXPECT_GE(selector.right(), frmMinimap().ui().imgMinimap->width() - 3);
+    EXPECT_GE(selector.bottom(), frmMinimap().ui().imgMinimap->height() - 3);
+
+    press(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(view().seen().topLeft(), QPoint(0, 0));
+    wheel({50, 50}, {0, -120});
+    EXPECT_EQ(view().seen().topLeft(), QPoint(0, 42)) << "three rows, without pixels told";
+    wheel({50, 50}, {0, -120}, {}, Qt::ShiftModifier);
+    EXPECT_EQ(view().seen().topLeft(), QPoint(42, 42));
+    EXPECT_EQ(QPoint(frmMapa().currX, frmMapa().currY), QPoint(2, 3));
+    wheel({50, 50}, {0, 0}, {-5, -9});
+    EXPECT_EQ(view().seen().topLeft(), QPoint(47, 51)) << "as a touchpad tells";
+    press(Qt::Key_End);
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(view().seen().left(), view().viewport().lastOrigin().x());
+    EXPECT_EQ(view().seen().top(),
+              std::min(51 + view().height(), view().viewport().lastOrigin().y()));
+    send(QEvent::MouseButtonPress, {300, 300}, Qt::MiddleButton, Qt::MiddleButton);
+    send(QEvent::MouseMove, {320, 310}, Qt::NoButton, Qt::MiddleButton);
+    EXPECT_EQ(view().viewport().lastOrigin().x() - view().seen().left(), 20);
+    send(QEvent::MouseButtonRelease, {320, 310}, Qt::MiddleButton, Qt::NoButton);
+    // The minimap goes by whole cells again.
+    QTest::mouseClick(frmMinimap().ui().imgMinimap, Qt::LeftButton, {}, QPoint(1, 1));
+    EXPECT_EQ(view().seen().topLeft(), QPoint(0, 0));
+}
+
+TEST_F(MapViewTest, AStrokeHeldAtTheEdgeMovesTheViewOn)
+{
+    frmMapa().newMapa({}, {100, 100});
+    press(frmMapa().ui().tiles);
+    choose(frmTiles().ui().lvTiles, 3);
+    const QPoint beyond(view().width() + 4, 100);
+    send(QEvent::MouseButtonPress, {view().width() - 40, 100}, Qt::LeftButton, Qt::LeftButton);
+    send(QEvent::MouseMove, beyond, Qt::NoButton, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([] { return frmMapa().currX >= 8; }));
+    send(QEvent::MouseButtonRelease, beyond, Qt::LeftButton, Qt::NoButton);
+    const int seen = frmMapa().currX;
+    QTest::qWait(200);
+    EXPECT_EQ(frmMapa().currX, seen) << "it goes on after the button is up";
+    const QPoint last = cellUnder({view().width() - 20, 100});
+    EXPECT_EQ(frmMapa().mapa().tileAt(last), frmTiles().selectedName());
+    frmMapa().documento.undo();
+    EXPECT_EQ(frmMapa().mapa().tileAt(last), u"M1"_s) << "one stroke is one step";
+}
+
+TEST_F(MapViewTest, TheWholeMapIsShownAndADoubleClickGoesThere)
+{
+    frmMapa().newMapa({}, {150, 150});
+    command(u"mapaEntero"_s).trigger();
+    EXPECT_EQ(QPoint(frmMapa().currX, frmMapa().currY), QPoint(0, 0));
+    EXPECT_TRUE(view().rect().contains(view().inWidget(QRect(0, 0, 1654, 2107))));
+    EXPECT_FALSE(bar(u"vsbMapa"_s).isVisible());
+    const QPoint cell(120, 30);
+    QTest::mouseDClick(&view(), Qt::LeftButton, {}, middleOf(cell));
+    EXPECT_FALSE(command(u"mapaEntero"_s).isChecked());
+    EXPECT_EQ(cellUnder(view().rect().center()), cell);
+
+    const QPoint before = view().seen().topLeft();
+    command(u"mapaEntero"_s).trigger();
+    command(u"mapaEntero"_s).trigger();
+    EXPECT_EQ(view().seen().topLeft(), before) << "back to where it was";
+}
+
+TEST_F(MapViewTest, TheKeyboardGoesFromCellToCellAndDoesWhatThePointerDoes)
+{
+    press(frmMapa().ui().tiles);
+    choose(frmTiles().ui().lvTiles, 3);
+    const QString tile = frmTiles().selectedName();
+    view().setCursorCell({4, 4});
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up, Qt::Key_Right})
+        press(key);
+    EXPECT_EQ(view().cursor(), QPoint(5, 4));
+    press(Qt::Key_Space);
+    EXPECT_EQ(frmMapa().mapa().tileAt({5, 4}), tile);
+    // With Shift it is a drag: one stroke.
+    for (int i = 0; i < 2; ++i) {
+        QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::ShiftModifier);
+        QCoreApplication::sendEvent(&view(), &down);
+    }
+    QTest::keyRelease(&view(), Qt::Key_Shift);
+    EXPECT_EQ(frmMapa().mapa().tileAt({5, 6}), tile);
+    EXPECT_EQ(frmMapa().documento.undoText(), u"pintar 2 casillas"_s);
+    // The view follows, and no cell lies beyond the map.
+    for (int i = 0; i < 6; ++i)
+        press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(view().cursor(), QPoint(5, 49));
+    EXPECT_TRUE(view().rect().contains(view().cellInWidget({5, 49})));
+
+    press(frmMapa().ui().pines);
+    for (const QPoint cell : {QPoint(3, 3), QPoint(30, 20)})
+        frmMapa().documento.setPlace(cell, {u"Aldea"_s, u"Uno %1"_s.arg(cell.x()), {}});
+    takeKeys();
+    press(Qt::Key_N);
+    EXPECT_EQ(view().cursor(), QPoint(3, 3)) << "round the end";
+    press(Qt::Key_N, Qt::ShiftModifier);
+    EXPECT_EQ(view().cursor(), QPoint(30, 20));
+    duringModal([] { press(Qt::Key_Return); },
+                [] {
+                    EXPECT_EQ(frmInfoPin().ui().txtNombre->text(), u"Uno 30"_s);
+                    QTest::keyClick(frmInfoPin().ui().txtInfo, Qt::Key_Escape);
+                });
+    // A click takes the cursor away, and Enter is again the list's.
+    click(1, 1, Qt::RightButton);
+    EXPECT_FALSE(view().cursor());
+}
+
+TEST_F(MapViewTest, AScreenReaderHearsTheCell)
+{
+    QAccessible::setActive(true);
+    frmMapa().documento.setPlace({7, 2}, {u"Aldea"_s, u"Robledal"_s, {}});
+    takeKeys();
+    view().setCursorCell({6, 2});
+    press(Qt::Key_Right);
+    QAccessibleInterface* const map = QAccessible::queryAccessibleInterface(&view());
+    ASSERT_TRUE(map && map->focusChild());
+    QAccessibleInterface* const cell = map->focusChild();
+    EXPECT_EQ(cell->role(), QAccessible::Cell);
+    EXPECT_EQ(map->indexOfChild(cell), 0);
+    EXPECT_TRUE(cell->state().focused);
+    const QString heard = cell->text(QAccessible::Name);
+    EXPECT_TRUE(heard.startsWith(u"Fila 2, columna 7, "_s)) << heard.toStdString();
+    EXPECT_TRUE(heard.contains(u"(M1)"_s) && heard.endsWith(u"lugar: Robledal"_s));
+    EXPECT_EQ(cell->rect().size(), QSize(hex::cellWidth, hex::cellHeight));
+    QAccessible::setActive(false);
+}
+
+TEST_F(MapViewTest, AnyMapInAnyWindowCanBeSeen)
+{
+    for (const QSize size : {QSize(1, 1), QSize(2, 32767)}) {
+        frmMapa().newMapa({}, size);
+        for (const QSize box : {QSize(1, 1), QSize(300, 200)}) {
+            view().resize(box);
+            for (const QString& key : {u"acercar"_s, u"mapaEntero"_s, u"tamanoNatural"_s}) {
+                command(key).trigger();
+                frmMapa().scrollMapa();
+                EXPECT_FALSE(view().grab().isNull());
+            }
+            press(Qt::Key_End, Qt::ControlModifier);
+            press(Qt::Key_Down, Qt::ControlModifier);
+        }
+    }
+    EXPECT_GE(view().cursor()->y(), 10);
+}
