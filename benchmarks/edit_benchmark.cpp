@@ -1,10 +1,10 @@
 // Editing a world map of 150 × 150 cells: a stroke of the brush with its step in the history,
 // against the same changes without one; and filling the whole map, drawn, against drawing it.
 #include "app/workspace.h"
+#include "one_buffer.h"
 #include "platform/core/app_folder.h"
 #include "ratios.h"
 #include "worldmap/map_area.h"
-#include "worldmap/map_canvas.h"
 #include "worldmap/map_document.h"
 
 #include <benchmark/benchmark.h>
@@ -47,6 +47,12 @@ struct View {
         definitions.loadTiles();
         canvas.crearBuffer(side, side);
     }
+    /// Draws all of a map, and what is changed of it from now on.
+    void show(const WorldMap& map)
+    {
+        canvas.renderMapa(map);
+        lookAtAll(canvas.hdcBuffer);
+    }
 
     Workspace definitions;
     MapCanvas canvas{definitions.pictures};
@@ -63,9 +69,10 @@ void StrokeWithHistory(benchmark::State& state)
 {
     MapDocument document;
     document.openMapa(seaMap(), {});
-    QObject::connect(&document, &MapDocument::tilesChanged, [&](const std::vector<QPoint>& cells) {
-        view().canvas.redrawCells(document.map(), cells);
-    });
+    view().show(document.map());
+    QObject::connect(
+        &document, &MapDocument::tilesChanged,
+        [](const std::vector<MapChange::Tile>& before) { view().canvas.drawPainted(before); });
     int number = 0;
     for ([[maybe_unused]] const auto iteration : state) {
         const Stroke stroke(number++);
@@ -79,12 +86,13 @@ void StrokeWithHistory(benchmark::State& state)
 void StrokeWithoutHistory(benchmark::State& state)
 {
     WorldMap map = seaMap();
+    view().show(map);
     int number = 0;
     for ([[maybe_unused]] const auto iteration : state) {
         const Stroke stroke(number++);
         for (const QPoint& cell : stroke.cells) {
-            map.mapaTiles(cell.y(), cell.x()) = stroke.tile;
-            view().canvas.redrawCells(map, {&cell, 1});
+            const QString before = std::exchange(map.mapaTiles(cell.y(), cell.x()), stroke.tile);
+            view().canvas.drawPainted({{cell, before}});
         }
     }
 }
@@ -113,9 +121,12 @@ void FillWholeMap(benchmark::State& state)
 {
     MapDocument document;
     document.openMapa(seaMap(), {});
-    QObject::connect(&document, &MapDocument::tilesChanged, [&](const std::vector<QPoint>& cells) {
-        view().canvas.redrawCells(document.map(), cells);
-    });
+    view().show(document.map());
+    QObject::connect(&document, &MapDocument::tilesChanged,
+                     [](const std::vector<MapChange::Tile>& before) {
+                         view().canvas.drawPainted(before);
+                         lookAtAll(view().canvas.hdcBuffer);
+                     });
     int number = 0;
     for ([[maybe_unused]] const auto iteration : state)
         document.fill({side / 2, side / 2}, number++ % 2 == 0 ? land : sea);
@@ -125,7 +136,7 @@ void RenderPlainMap(benchmark::State& state)
 {
     const WorldMap map = seaMap();
     for ([[maybe_unused]] const auto iteration : state) {
-        view().canvas.renderMapa(map);
+        view().show(map);
         benchmark::ClobberMemory();
     }
 }

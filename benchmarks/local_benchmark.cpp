@@ -1,6 +1,7 @@
 // Local maps: drawing one against copying its bytes once, and finding places for buildings with
 // running sums against adding up every place anew.
 #include "app/workspace.h"
+#include "one_buffer.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/random_source.h"
 #include "ratios.h"
@@ -46,13 +47,14 @@ void RenderLocalMap(benchmark::State& state)
     Scene& s = scene();
     for ([[maybe_unused]] const auto iteration : state) {
         benchmark::DoNotOptimize(s.canvas.renderMapa(s.map));
+        lookAtAll(s.canvas.hdcBuffer);
         benchmark::ClobberMemory();
     }
 }
 
 void CopyLocalMap(benchmark::State& state)
 {
-    const QImage& buffer = scene().canvas.hdcBuffer.image();
+    const QImage buffer = scene().canvas.hdcBuffer.image();
     std::vector<uchar> target(static_cast<std::size_t>(buffer.sizeInBytes()));
     for ([[maybe_unused]] const auto iteration : state) {
         std::memcpy(target.data(), buffer.constBits(), target.size());

@@ -25,7 +25,9 @@ public:
     {
         for (const Run& run : runs) {
             if (run.run_type == Run::RT_Iteration)
-                times_[run.run_name.function_name].push_back(run.GetAdjustedCPUTime());
+                times_[run.run_name.function_name +
+                       (run.run_name.args.empty() ? "" : "/" + run.run_name.args)]
+                    .push_back(run.GetAdjustedCPUTime());
         }
         ConsoleReporter::ReportRuns(runs);
     }

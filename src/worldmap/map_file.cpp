@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 #include <QSet>
 #include <algorithm>
 #include <array>
@@ -321,13 +322,11 @@ std::optional<QString> mapSizeProblem(int alto, int ancho)
     constexpr int longestSide = std::numeric_limits<qint16>::max();
     if (ancho < 1 || alto < 1 || ancho > longestSide || alto > longestSide)
         return u"un mapa de %1 filas y %2 columnas no es posible"_s.arg(alto).arg(ancho);
-    const QSize pixels = hex::mapSize(ancho, alto);
-    constexpr qint64 bytesPerPixel = 4;
-    if (bytesPerPixel * pixels.width() * pixels.height() > maxBufferBytes)
-        return u"el mapa es demasiado grande (%1 filas y %2 columnas): su dibujo pasaría de %3 MB"_s
+    if (qint64{ancho} * alto > maxMapCells)
+        return u"el mapa es demasiado grande (%1 filas y %2 columnas): caben, a lo sumo, %3 casillas"_s
             .arg(alto)
             .arg(ancho)
-            .arg(maxBufferBytes / (1024 * 1024));
+            .arg(QLocale(QLocale::Spanish).toString(maxMapCells));
     return {};
 }
 

@@ -62,5 +62,5 @@ std::optional<QString> mapNameProblem(const QString& name);
 QString asMapName(const QString& name);
 QString asPlaceName(const QString& name);
 
-/// The largest back buffer that a map may need, in bytes: enough for 1000 × 1000 cells.
-inline constexpr qint64 maxBufferBytes = qint64{640} * 1024 * 1024;
+/// How many cells a map can have.
+inline constexpr int maxMapCells = 4'000'000;
