@@ -85,8 +85,7 @@ void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
     painter.setBrush(Qt::NoBrush);
     for (const auto& [color, width] :
          {std::pair(darkLine, cursorDark), {cursorColor, cursorLight}}) {
-        painter.setPen(
-            QPen(color, width * frame.unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setPen(QPen(color, width * frame.unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolygon(outline);
     }
 }

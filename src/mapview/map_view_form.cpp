@@ -174,8 +174,7 @@ void MapView::paintEvent(QPaintEvent* /*event*/)
     const MapFrame frame{viewport_.seen(), scale, dpr};
     if (viewport_.isWhole())
         painter.translate(viewport_.wholeRect().topLeft());
-    for (const Overlay& overlay : overlays_)
-        drawOverlay(painter, *geometry_, frame, overlay);
+    drawOverlays(painter, *geometry_, frame, overlays_);
 }
 
 void MapView::resizeEvent(QResizeEvent* event)

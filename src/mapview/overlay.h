@@ -11,9 +11,8 @@
 #include <variant>
 
 /// Something drawn over the view of a map that is no part of its picture.
-using Overlay =
-    std::variant<CellOutline, CellMark, CellCursor, CellGrid, CellNumbers, CellColours, PlaceNames,
-                 ScaleBar>;
+using Overlay = std::variant<CellOutline, CellMark, CellCursor, CellGrid, CellNumbers, CellColours,
+                             PlaceNames, ScaleBar>;
 
 /// Draws an overlay as far as it can be seen in the frame.
 void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,

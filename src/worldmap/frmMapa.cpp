@@ -43,6 +43,7 @@ void FrmMapa::Form_Load()
     loadPlaceMenus();
     platform::addRoomForBars(window(), *ui().menuBar, *ui().lblEstado);
     connectView();
+    loadOverlays();
     loadStart();
     frmTiles().closed = [this] { ui().tiles->trigger(); };
     QObject::connect(ui().lvLugares, &QAbstractItemView::doubleClicked, &window(),

@@ -6,11 +6,13 @@
 #include "platform/forms/commands.h"
 #include "platform/forms/form.h"
 #include "ui_frmMapa.h"
+#include "worldmap/frmMapa_capas.h"
 #include "worldmap/map_canvas.h"
 #include "worldmap/map_document.h"
 #include "worldmap/map_tools.h"
 #include "worldmap/map_window.h"
 
+#include <QTimer>
 #include <array>
 #include <optional>
 
@@ -95,6 +97,9 @@ private:
                                 [this](const QKeyEvent& key) { return useKeyFromElsewhere(key); }};
     std::optional<platform::CommandSet> commands_;
     MapTools tools_;
+    MapaCapas capas_{documento.map()};
+    std::vector<Overlay> mapOverlays_; ///< those of the menu Ver, as they were last found
+    QTimer overlayTimer_;
     QPoint located_{-1, -1}; ///< the cell of the place that the small banner names
     /// The places of the map that the document is about to get.
     std::unique_ptr<platform::ListItems> prepared_;
@@ -114,6 +119,7 @@ private:
     std::vector<platform::Command> modeCommands();
     std::vector<platform::Command> toolCommands();
     std::vector<platform::Command> placeCommands();
+    std::vector<platform::Command> overlayCommands();
     void loadCommands();
 
     // What is unsaved, and what an earlier run left unsaved.
@@ -169,6 +175,10 @@ private:
     std::vector<Overlay> overlays();
     /// Brings status line, tool tip, pointer and overlays up to what the tools and the map are now.
     void showTools();
+    void loadOverlays();
+    void turnOverlay(const QString& key, bool on);
+    void followOverlays();
+    void showOverlays();
     void loadStart();
     void showStart();
     QString clickText();

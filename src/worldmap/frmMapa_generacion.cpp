@@ -3,6 +3,7 @@
 #include "generation/camino.h"
 #include "generation/climate.h"
 #include "generation/frmClima.h"
+#include "generation/journey.h"
 #include "generation/path_finding.h"
 #include "generation/world_generator.h"
 #include "platform/forms/application.h"
@@ -10,6 +11,7 @@
 #include "worldmap/frmPines.h"
 #include "worldmap/frmTiles.h"
 #include "worldmap/hex_geometry.h"
+#include "worldmap/map_scale.h"
 
 #include <QLocale>
 #include <utility>
@@ -58,6 +60,9 @@ void FrmMapa::markRoadEnd(Qt::MouseButton button)
         QString::number(PathFinding::routeCost(mapa().mapaTiles, route, workspace().tiles)),
         cells == 1 ? u"una casilla"_s : u"%1 casillas"_s.arg(cells),
         QString::number(hex::distance(start, end)));
+    if (const std::optional<double> scale = kilometresPerCell(mapa().notasMapa))
+        tools_.outcome +=
+            u"; "_s + journeyText(journeyAlong(mapa().mapaTiles, route, workspace().tiles, *scale));
 }
 
 void FrmMapa::drawCamino(const QString& route)

@@ -118,7 +118,7 @@ void FrmMapa::pickUp(QPoint cell)
 
 std::vector<Overlay> FrmMapa::overlays()
 {
-    std::vector<Overlay> all;
+    std::vector<Overlay> all = mapOverlays_;
     const auto outline = [&](const std::vector<QPoint>& cells) {
         QRect bounds;
         for (const QPoint cell : cells)
@@ -173,7 +173,8 @@ void FrmMapa::showTools()
     ui().imgMapa->setToolTip(place ? place->name : QString());
     const MapView& view = *ui().imgMapa;
     const QString zoom = view.viewport().isNatural() ? QString() : view.zoomText();
-    QStringList state{clickText(), cellText(), tools_.outcome == zoom ? QString() : zoom};
+    QStringList state{clickText(), cellText(), capas_.statusText(tools_.selection),
+                      tools_.outcome == zoom ? QString() : zoom};
     state.removeAll(QString());
     ui().lblEstado->setText(state.join(u"  ·  "_s));
     if (const ToolPointer& pointer = toolPointer(); tools_.pointer != &pointer) {

@@ -46,6 +46,13 @@ const std::vector<platform::Menu>& menus()
                                                    u"tamanoNatural"_s,
                                                    u"mapaEntero"_s,
                                                    {},
+                                                   u"nombres"_s,
+                                                   u"rejilla"_s,
+                                                   u"coordenadas"_s,
+                                                   u"climaColor"_s,
+                                                   u"habitantes"_s,
+                                                   u"barraEscala"_s,
+                                                   {},
                                                    u"minimapa"_s,
                                                    u"tiles"_s,
                                                    u"pines"_s}},
@@ -70,8 +77,8 @@ const std::vector<platform::Menu>& menus()
 std::vector<platform::Command> FrmMapa::commands()
 {
     std::vector<platform::Command> all = documentCommands();
-    for (std::vector<platform::Command> further :
-         {modeCommands(), toolCommands(), placeCommands(), ui().imgMapa->commands()})
+    for (std::vector<platform::Command> further : {modeCommands(), toolCommands(), placeCommands(),
+                                                   overlayCommands(), ui().imgMapa->commands()})
         all.insert(all.end(), std::make_move_iterator(further.begin()),
                    std::make_move_iterator(further.end()));
     return all;

@@ -115,6 +115,8 @@ void PictureBox::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
     painter.drawImage(event->rect(), dc().image(), event->rect());
+    if (drawOver)
+        drawOver(painter);
 }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event)

@@ -72,6 +72,8 @@ public:
     /// Fills the surface with the ground colour, a plain dark grey.
     void clear();
     void refresh() { update(); }
+    /// Draws over the surface whenever it comes to the screen.
+    std::function<void(QPainter& painter)> drawOver;
 
 signals:
     /// The pointer moved, or a button was pressed where it is.
