@@ -2,6 +2,7 @@
 // journeys; and which names are the important ones.
 #include "generation/climate.h"
 #include "generation/journey.h"
+#include "platform/core/spanish_number.h"
 #include "support.h"
 #include "worldmap/inhabitants.h"
 #include "worldmap/map_overlays.h"
@@ -40,6 +41,19 @@ struct Land {
 };
 
 } // namespace
+
+TEST(SpanishNumber, HasPointsFromFiveDigitsOnAndAComma)
+{
+    using platform::spanishNumber;
+    EXPECT_EQ(spanishNumber(2250000), u"2.250.000"_s);
+    EXPECT_EQ(spanishNumber(34600.4), u"34.600"_s);
+    EXPECT_EQ(spanishNumber(2380), u"2380"_s);
+    EXPECT_EQ(spanishNumber(-12345.678, 2), u"-12.345,68"_s);
+    EXPECT_EQ(spanishNumber(12.5, 3), u"12,5"_s);
+    EXPECT_EQ(spanishNumber(9.96, 1), u"10"_s);
+    EXPECT_EQ(spanishNumber(100), u"100"_s);
+    EXPECT_EQ(spanishNumber(-0.04, 1), u"0"_s);
+}
 
 TEST(MapScale, IsReadFromTheNotes)
 {
