@@ -153,7 +153,7 @@ TEST(MapFile, RefusesWhatIsTooLargeBeforeMakingRoomForIt)
     const TempAppFolder app;
     app.write(u"m.map"_s, "Isla\r\n32767;32767\r\n4;5\r\n\r\nM1;\r\n\r\n");
     expectError([&] { read(app, u"m.map"_s); }, ErrorNumber::TooLarge,
-                {u"línea 2"_s, u"640 MB"_s, u"32767"_s});
+                {u"línea 2"_s, u"4.000.000"_s, u"32767"_s});
     app.write(u"m.map"_s, QByteArray(100 * 1024 * 1024, ';'));
     expectError([&] { read(app, u"m.map"_s); }, ErrorNumber::TooLarge, {u"m.map"_s, u"100 MB"_s});
     QDir().mkpath(app.path(u"carpeta.map"_s));

@@ -5,8 +5,8 @@
 #include "app/workspace.h"
 #include "generation/climate.h"
 #include "platform/core/error.h"
-#include "worldmap/frmMapa.h"
 #include "platform/forms/application.h"
+#include "worldmap/frmMapa.h"
 #include "worldmap/map_overlays.h"
 #include "worldmap/map_scale.h"
 
@@ -110,7 +110,7 @@ QString MapaCapas::statusText(const std::optional<QRect>& cells)
 {
     if (!isOn(inhabitants))
         return {};
-    if (countedCells_ != cells) {
+    if (!countedCells_ || *countedCells_ != cells) {
         counted_ = inhabitantsText(inhabitantsOf(*map_, workspace().tiles, cells),
                                    kilometresPerCell(map_->notasMapa));
         countedCells_ = cells;
