@@ -1,13 +1,13 @@
 #include "worldmap/map_file.h"
 
 #include "platform/core/app_folder.h"
+#include "platform/core/spanish_number.h"
 #include "platform/core/text_codec.h"
 #include "platform/core/text_file.h"
 #include "worldmap/hex_geometry.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QLocale>
 #include <QSet>
 #include <algorithm>
 #include <array>
@@ -326,7 +326,7 @@ std::optional<QString> mapSizeProblem(int alto, int ancho)
         return u"el mapa es demasiado grande (%1 filas y %2 columnas): caben, a lo sumo, %3 casillas"_s
             .arg(alto)
             .arg(ancho)
-            .arg(QLocale(QLocale::Spanish).toString(maxMapCells));
+            .arg(platform::spanishNumber(maxMapCells));
     return {};
 }
 
