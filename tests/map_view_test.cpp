@@ -40,6 +40,14 @@ protected:
         QTest::keyClick(&view(), key, keys);
     }
     using MapTest::press;
+    /// What keys go to now.
+    static QWidget* focused()
+    {
+        if (QWidget* const popup = QApplication::activePopupWidget())
+            return popup;
+        QWidget* const modal = QApplication::activeModalWidget();
+        return modal && modal->focusWidget() ? modal->focusWidget() : QApplication::focusWidget();
+    }
     /// Keys are the view's from now on.
     static void takeKeys()
     {
@@ -226,6 +234,73 @@ TEST_F(MapViewTest, TheKeyboardGoesFromCellToCellAndDoesWhatThePointerDoes)
     // A click takes the cursor away, and Enter is again the list's.
     click(1, 1, Qt::RightButton);
     EXPECT_FALSE(view().cursor());
+}
+
+/// From a new map to the saved one read again, without a pointer.
+TEST_F(MapViewTest, AnEveningWithKeysAlone)
+{
+    const auto toActive = [](Qt::Key key, Qt::KeyboardModifiers keys = {}) {
+        ASSERT_TRUE(QTest::qWaitFor([] { return focused() != nullptr; }));
+        QTest::keyClick(focused(), key, keys);
+    };
+    /// A key opens a dialog; once it has the keyboard the text is typed, and the key that ends it.
+    const auto inDialog = [&](Qt::Key opens, Qt::KeyboardModifiers keys, const QString& text,
+                              Qt::Key ends) {
+        QTimer waiting;
+        QObject::connect(&waiting, &QTimer::timeout, [&] {
+            QWidget* const dialog = QApplication::activeModalWidget();
+            if (!dialog || !dialog->isActiveWindow() || !dialog->focusWidget())
+                return;
+            waiting.stop();
+            QTest::keyClicks(focused(), text);
+            toActive(ends);
+        });
+        waiting.start(10);
+        toActive(opens, keys);
+        takeKeys(); // as a window manager gives them back
+    };
+    const auto choose = [&](Qt::Key menu, Qt::Key entry) {
+        toActive(menu, Qt::AltModifier);
+        toActive(entry);
+    };
+    const auto waitFor = [](QWidget& window) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window)) << window.objectName().toStdString();
+    };
+    takeKeys();
+    inDialog(Qt::Key_N, Qt::ControlModifier, u"Isla Sola"_s, Qt::Key_Return);
+    ASSERT_EQ(frmMapa().mapa().nombre, u"Isla Sola"_s);
+
+    choose(Qt::Key_V, Qt::Key_T);
+    waitFor(frmTiles().window());
+    const QString first = frmTiles().chosen();
+    toActive(Qt::Key_Down);
+    toActive(Qt::Key_Down);
+    ASSERT_NE(frmTiles().chosen(), first);
+    toActive(Qt::Key_F6);
+    waitFor(frmMapa().window());
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Down, Qt::Key_Space})
+        toActive(key);
+    const QPoint painted = *view().cursor();
+    EXPECT_EQ(frmMapa().mapa().tileAt(painted), frmTiles().chosen());
+
+    choose(Qt::Key_V, Qt::Key_P);
+    waitFor(frmPines().window());
+    toActive(Qt::Key_Down);
+    toActive(Qt::Key_F6);
+    waitFor(frmMapa().window());
+    toActive(Qt::Key_Right);
+    inDialog(Qt::Key_Space, {}, u"Robledal"_s, Qt::Key_Escape);
+    const QPoint placed = painted + QPoint(1, 0);
+    ASSERT_EQ(placeText(placed.y(), placed.x()), frmPines().chosen() + u";Robledal;"_s);
+
+    waitFor(frmMapa().window());
+    toActive(Qt::Key_S, Qt::ControlModifier);
+    const WorldMap saved = frmMapa().mapa();
+    EXPECT_FALSE(frmMapa().documento.mapaCambiado());
+    toActive(Qt::Key_Z, Qt::ControlModifier);
+    boxes.expect(platform::MsgBox::Answer::No);
+    inDialog(Qt::Key_O, Qt::ControlModifier, u"isla"_s, Qt::Key_Return);
+    EXPECT_TRUE(frmMapa().mapa() == saved);
 }
 
 TEST_F(MapViewTest, AScreenReaderHearsTheCell)

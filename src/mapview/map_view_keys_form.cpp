@@ -193,8 +193,9 @@ void MapView::hideCursor()
 void MapView::focusInEvent(QFocusEvent* event)
 {
     PictureBox::focusInEvent(event);
-    const bool byKey =
-        event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    const bool byKey = event->reason() == Qt::TabFocusReason ||
+                       event->reason() == Qt::BacktabFocusReason ||
+                       event->reason() == Qt::ShortcutFocusReason;
     if (byKey && geometry_ && !cursor_)
         platform::runCommand([this] { beginCursor(); });
 }

@@ -163,6 +163,7 @@ private:
     // Tools, beside the modes.
     void setAccion(Accion mode);
     bool leaveTool();
+    void goToNextPane();
     void changeBrush(int by);
     void pickUp();
     void pickUp(QPoint cell);

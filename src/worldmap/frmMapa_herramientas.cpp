@@ -6,6 +6,7 @@
 #include "worldmap/frmTiles.h"
 #include "worldmap/map_area.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
@@ -87,6 +88,19 @@ bool FrmMapa::leaveTool()
     }
     showTools();
     return true;
+}
+
+/// Hands the keyboard on: from the map to the list of places, the palettes that are open, and back.
+void FrmMapa::goToNextPane()
+{
+    QList<QWidget*> panes{ui().imgMapa, ui().lvLugares};
+    if (frmTiles().isVisible())
+        panes.append(frmTiles().ui().lvTiles);
+    if (frmPines().isVisible())
+        panes.append(frmPines().ui().lvPines);
+    QWidget* const next = panes.at((panes.indexOf(QApplication::focusWidget()) + 1) % panes.size());
+    next->window()->activateWindow();
+    next->setFocus(Qt::ShortcutFocusReason);
 }
 
 void FrmMapa::changeBrush(int by)

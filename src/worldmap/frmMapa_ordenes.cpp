@@ -55,7 +55,9 @@ const std::vector<platform::Menu>& menus()
                                                    {},
                                                    u"minimapa"_s,
                                                    u"tiles"_s,
-                                                   u"pines"_s}},
+                                                   u"pines"_s,
+                                                   {},
+                                                   u"panelSiguiente"_s}},
                                                  {u"&Mapa"_s,
                                                   {u"generar"_s,
                                                    u"propiedades"_s,
@@ -189,6 +191,10 @@ std::vector<platform::Command> FrmMapa::modeCommands()
          .tip = u"Dibujar caminos"_s,
          .isTwoState = true,
          .run = [this](bool on) { setAccion(on ? DrawRoads : NoEditing); }},
+        {.key = u"panelSiguiente"_s,
+         .text = u"Ir al panel &siguiente"_s,
+         .shortcuts = {QKeySequence(Qt::Key_F6)},
+         .run = [this](bool) { goToNextPane(); }},
     };
 }
 
