@@ -45,6 +45,7 @@ const std::vector<FrmManual::Page>& FrmManual::pages()
     static const std::vector<Page> all{
         {u"inicio"_s, u"Inicio"_s},
         {u"mapa"_s, u"La ventana del mapa"_s},
+        {u"ver"_s, u"Ver el mapa"_s},
         {u"clima"_s, u"El clima"_s},
         {u"catalogo"_s, u"Los catálogos"_s},
         {u"mapa_local"_s, u"Los mapas locales"_s},
