@@ -184,6 +184,32 @@ TEST(MapPicture, PiecesShowWhatOneBufferWould)
     EXPECT_EQ(canvas.hdcBuffer.image(), wanted.image());
 }
 
+TEST(MapPicture, WithoutMemoryForAPieceOthersAreLetGo)
+{
+    MapPicture picture(QSize(5000, 1000));
+    bool isShort = false;
+    picture.draw([&](MemoryDC& part, QPoint corner) {
+        if (isShort && picture.bytes() > 0)
+            throw std::bad_alloc();
+        part.fill(qRgb(corner.x() / 100, 0, 0));
+    });
+    const auto red = [&](int x) { return qRed(picture.part({x, 500, 1, 1}).image().pixel(0, 0)); };
+    EXPECT_EQ(red(100), 0);
+    EXPECT_EQ(red(1100), 10);
+    isShort = true;
+    EXPECT_EQ(red(2100), 20);
+    EXPECT_EQ(red(100), 0);
+
+    // Where that doesn't help it is told, and the picture goes on as soon as it can.
+    picture.draw([&](MemoryDC&, QPoint) {
+        if (isShort)
+            throw platform::Error(platform::ErrorNumber::TooLarge, u"No hay memoria."_s);
+    });
+    expectError([&] { red(100); }, platform::ErrorNumber::TooLarge, {u"memoria"_s});
+    isShort = false;
+    EXPECT_EQ(red(100), 0);
+}
+
 TEST(MapPicture, ReducesToTheAverageOfAreas)
 {
     const QImage whole = noise(2300, 2100, 9).image();

@@ -136,19 +136,27 @@ const MemoryDC& MapPicture::surfaceOf(int number) const
 {
     Piece& piece = pieces_[number];
     piece.lastUse = ++uses_;
-    if (!piece.surface) {
-        letGo(number);
+    if (piece.surface)
+        return *piece.surface;
+    letGo(number, bound_);
+    try {
+        piece.surface = painted(rectOf(number), piece.marks);
+    } catch (...) { // for want of memory, perhaps, which the others have
+        if (bytes() == 0)
+            throw;
+        letGo(number, 0);
         piece.surface = painted(rectOf(number), piece.marks);
     }
     return *piece.surface;
 }
 
-/// Lets go of the pieces that weren't used for longest, until there is room for another.
-void MapPicture::letGo(int except) const
+/// Lets go of the pieces that weren't used for longest, until there is room for another within a
+/// bound, in bytes.
+void MapPicture::letGo(int except, qint64 bound) const
 {
     constexpr qint64 pieceBytes = qint64{side} * side * qint64{sizeof(QRgb)};
     qint64 taken = bytes() + pieceBytes;
-    while (taken > bound_) {
+    while (taken > bound) {
         Piece* oldest = nullptr;
         for (auto& [number, piece] : pieces_) {
             if (number != except && piece.surface && (!oldest || piece.lastUse < oldest->lastUse))

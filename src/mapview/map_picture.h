@@ -74,7 +74,7 @@ private:
     bool isMarked(const Piece& piece, const QRect& part) const;
     platform::MemoryDC painted(const QRect& part, const std::vector<Mark>& marks) const;
     const platform::MemoryDC& surfaceOf(int piece) const;
-    void letGo(int except) const;
+    void letGo(int except, qint64 bound) const;
 
     QSize size_;
     qint64 bound_ = defaultBound;
