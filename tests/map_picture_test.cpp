@@ -230,7 +230,7 @@ TEST(MapPicture, ReducesToTheAverageOfAreas)
         EXPECT_EQ(small.surface().image(), reduced(picture.image(), part, size));
 
         const QRect changed(1020, 1020, 15, 14);
-        picture.drawOver(changed, [&](MemoryDC& dc, QPoint corner) {
+        picture.drawOver(changed, [changed](MemoryDC& dc, QPoint corner) {
             const QPoint to = changed.topLeft() - corner;
             dc.BitBlt(to.x(), to.y(), 15, 14, noise(15, 14, 3), 0, 0, platform::RasterOp::SRCCOPY);
         });

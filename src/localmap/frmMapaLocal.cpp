@@ -134,7 +134,7 @@ void FrmMapaLocal::Form_Resize()
                                        framesHeight);
     controls.lvLugares->resize(controls.lvLugares->width(), framesHeight - lugaresMargins);
     controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
-    scrollMapa();
+    controls.imgMapa->showMap();
     drawMinimap();
 }
 
@@ -218,9 +218,8 @@ void FrmMapaLocal::generarMapaLocal()
         const platform::WaitCursor wait;
         ::generarMapaLocal(*this);
         missing = renderMapa(*this);
-        ui().imgMapa->show(true);
+        ui().imgMapa->showAnew();
         drawMinimap();
-        scrollMapa();
     }
     if (!missing.isEmpty())
         platform::MsgBox::show(
@@ -240,5 +239,5 @@ void FrmMapaLocal::drawMinimap()
 
 void FrmMapaLocal::scrollMapa()
 {
-    ui().imgMapa->show();
+    ui().imgMapa->showFromCell();
 }

@@ -96,6 +96,20 @@ bool isUncovered(const CellColours& colours, QPoint cell)
         [](QPoint a, QPoint b) { return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x(); });
 }
 
+void drawDisc(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame, QPoint cell,
+              QRgb colour)
+{
+    constexpr double share = 0.27; // of the cell's height
+    constexpr QRgb rim = qRgb(250, 248, 240);
+    const QRect whole = geometry.cellRect(cell);
+    const QPointF middle = frame.at(whole.topLeft() + QPointF(whole.width(), whole.height()) / 2);
+    const double radius = share * whole.height() * frame.scale;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(rim), radius / 4));
+    painter.setBrush(QColor(colour));
+    painter.drawEllipse(middle, radius, radius);
+}
+
 void drawHexagons(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
                   const CellColours& colours)
 {
@@ -112,6 +126,10 @@ void drawHexagons(QPainter& painter, const MapGeometry& geometry, const MapFrame
             const QRgb colour = picture.pixel(column, row);
             if (qAlpha(colour) == 0 || (hasPins && isUncovered(colours, {column, row})))
                 continue;
+            if (colours.areDiscs) {
+                drawDisc(painter, geometry, frame, {column, row}, colour);
+                continue;
+            }
             corners.clear();
             for (const QPoint corner : geometry.corners({column, row}))
                 corners += frame.at(corner);
@@ -155,7 +173,7 @@ CellColours cellColours(const CellFigures& figures, const QString& title, int de
             pixels[column] = figure ? ramp.at(static_cast<std::size_t>(share * finest)) : 0;
         }
     }
-    return {picture, title, scaleOf(span, decimals), lightEnd, {}};
+    return {picture, title, scaleOf(span, decimals), lightEnd, false, {}};
 }
 
 QSizeF colourKeySize(double unit)
@@ -194,9 +212,11 @@ void draw(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
         return;
     painter.setOpacity(opacity);
     const QRect first = geometry.cellRect({0, 0});
+    if (colours.areDiscs)
+        painter.setOpacity(1); // no mixture of both
     if (first.height() * frame.scale >= smallestHexagon) {
         drawHexagons(painter, geometry, frame, colours);
-    } else {
+    } else if (!colours.areDiscs) {
         const QPoint end = geometry.cellRect({colours.picture.width(), 0}).topLeft();
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(

@@ -23,6 +23,7 @@ struct CellColours {
     QString title;     ///< of the key
     QStringList scale; ///< the key's figures, evenly from the lowest to the highest of the map
     LightEnd lightEnd = LightEnd::Highest;
+    bool areDiscs = false;         ///< in the cells, to be seen beside other colours
     std::vector<QPoint> uncovered; ///< row by row: left as they are where pins can be made out
 
     bool operator==(const CellColours&) const = default;

@@ -36,6 +36,7 @@ void MapPicture::draw(Painter painter)
     painter_ = std::move(painter);
     pieces_.clear();
     drawing_ = nextDrawing();
+    edits_ = 0;
 }
 
 std::vector<int> MapPicture::piecesIn(const QRect& part) const
@@ -66,6 +67,7 @@ bool MapPicture::isMarked(const Piece& piece, const QRect& part) const
 
 void MapPicture::redraw(std::span<const QRect> parts)
 {
+    ++edits_;
     std::map<int, std::vector<QRect>> byPiece;
     for (const QRect& part : parts) {
         for (const int piece : piecesIn(part)) {
@@ -91,18 +93,27 @@ void MapPicture::redraw(std::span<const QRect> parts)
             piece.surface.reset();
             continue;
         }
-        const QPoint corner = rectOf(number).topLeft();
-        for (const QRect& part : inPiece) {
-            const MemoryDC patch = painted(part, {});
-            const QPoint to = part.topLeft() - corner;
-            piece.surface->BitBlt(to.x(), to.y(), patch.width(), patch.height(), patch, 0, 0,
-                                  RasterOp::SRCCOPY);
+        try {
+            patch(*piece.surface, rectOf(number).topLeft(), inPiece);
+        } catch (...) {
+            piece.surface.reset(); // it is drawn when it is next looked at, or that is told then
         }
+    }
+}
+
+/// Draws parts of a piece anew.
+void MapPicture::patch(MemoryDC& surface, QPoint corner, const std::vector<QRect>& parts) const
+{
+    for (const QRect& part : parts) {
+        const MemoryDC anew = painted(part, {});
+        const QPoint to = part.topLeft() - corner;
+        surface.BitBlt(to.x(), to.y(), anew.width(), anew.height(), anew, 0, 0, RasterOp::SRCCOPY);
     }
 }
 
 void MapPicture::drawOver(const QRect& part, Painter mark)
 {
+    ++edits_;
     for (const int number : piecesIn(part)) {
         Piece& piece = pieces_[number];
         if (piece.surface)

@@ -37,6 +37,8 @@ public:
     void draw(Painter painter);
     /// Tells one drawing of a whole picture from all others.
     int drawing() const { return drawing_; }
+    /// How many changes were drawn since.
+    int edits() const { return edits_; }
 
     /// Draws some parts again as the painter has them now, over whatever was drawn there.
     void redraw(std::span<const QRect> parts);
@@ -72,6 +74,7 @@ private:
     std::vector<int> piecesIn(const QRect& part) const;
     QRect rectOf(int piece) const;
     bool isMarked(const Piece& piece, const QRect& part) const;
+    void patch(platform::MemoryDC& surface, QPoint corner, const std::vector<QRect>& parts) const;
     platform::MemoryDC painted(const QRect& part, const std::vector<Mark>& marks) const;
     const platform::MemoryDC& surfaceOf(int piece) const;
     void letGo(int except, qint64 bound) const;
@@ -80,6 +83,7 @@ private:
     qint64 bound_ = defaultBound;
     Painter painter_;
     int drawing_ = 0;
+    int edits_ = 0;
     mutable std::map<int, Piece> pieces_; ///< those drawn, or marked, by their number
     mutable qint64 uses_ = 0;
 };

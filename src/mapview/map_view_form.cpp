@@ -82,21 +82,47 @@ void MapView::applyViewport()
     *scene_.currY = first_.y();
     drawSurface();
     emit moved();
-    if (underMouse() && !cursor_ && !panned_) // another cell is under the pointer now
+    repoint();
+}
+
+/// Another cell is under the pointer now; or the cursor's has another place in the view.
+void MapView::repoint()
+{
+    if (cursor_)
+        pointAtCursor(isKeyDrag_ ? Qt::LeftButton : Qt::NoButton);
+    else if (underMouse() && !panned_)
         emitPointed(mapFromGlobal(QCursor::pos()), QGuiApplication::mouseButtons(),
                     QGuiApplication::keyboardModifiers());
 }
 
-void MapView::show(bool isNewDrawing)
+void MapView::showMap()
 {
     if (!scene_.picture || scene_.picture->isNull())
         return;
-    if (isNewDrawing || geometry_->pictureSize() != scene_.picture->size())
+    if (geometry_->pictureSize() != scene_.picture->size())
         geometry_ = scene_.geometry();
     takeRoom();
     viewport_.setPicture(scene_.picture->size());
+    const bool isMoved = first_ != QPoint(*scene_.currX, *scene_.currY);
     readFirstCell();
     drawSurface();
+    if (isMoved && isVisible())
+        repoint();
+}
+
+void MapView::showFromCell()
+{
+    first_ = QPoint(-1, -1);
+    showMap();
+}
+
+void MapView::showAnew()
+{
+    geometry_ = scene_.geometry();
+    lastCell_ = {};
+    if (cursor_ && !QRect({}, geometry_->cells()).contains(*cursor_))
+        cursor_.reset();
+    showFromCell();
 }
 
 void MapView::drawSurface()
@@ -105,49 +131,59 @@ void MapView::drawSurface()
     showBars();
     update();
     if (viewport_.isWhole()) {
-        const QSize size = viewport_.wholeRect().size();
-        if (whole_.size() != size || wholeDrawing_ != scene_.picture->drawing()) {
-            whole_ = ReducedPicture(scene_.picture->size(), size);
-            wholeDrawing_ = scene_.picture->drawing();
-        }
-        const QPoint corner = viewport_.wholeRect().topLeft();
-        dc().BitBlt(corner.x(), corner.y(), size.width(), size.height(), whole_.surface(), 0, 0,
-                    platform::RasterOp::SRCCOPY);
-        fillWhole();
+        drawWhole();
     } else {
         filling_.stop();
         scene_.picture->copyTo(dc(), {}, viewport_.seen());
     }
 }
 
+void MapView::drawWhole()
+{
+    const MapPicture& picture = *scene_.picture;
+    const QSize size = viewport_.wholeRect().size();
+    if (whole_.size() != size || wholeDrawing_ != picture.drawing())
+        whole_ = ReducedPicture(picture.size(), size);
+    else if (wholeEdits_ != picture.edits())
+        whole_.refill();
+    wholeDrawing_ = picture.drawing();
+    wholeEdits_ = picture.edits();
+    copyWhole({{}, size});
+    fillWhole();
+}
+
+/// Brings a part of the reduced picture onto the surface.
+void MapView::copyWhole(const QRect& part)
+{
+    const QPoint to = part.topLeft() + viewport_.wholeRect().topLeft();
+    dc().BitBlt(to.x(), to.y(), part.width(), part.height(), whole_.surface(), part.x(), part.y(),
+                platform::RasterOp::SRCCOPY);
+    update();
+}
+
 /// All of a large map takes a while to draw; it comes bit by bit, and the window goes on meanwhile.
 void MapView::fillWhole()
 {
-    if (!viewport_.isWhole()) {
-        filling_.stop();
+    filling_.stop(); // also if it fails
+    if (!viewport_.isWhole())
         return;
-    }
-    filling_.stop(); // for the case that it fails
-    const QRect drawn = whole_.fill(*scene_.picture, fillSlice);
-    const QPoint to = drawn.topLeft() + viewport_.wholeRect().topLeft();
-    dc().BitBlt(to.x(), to.y(), drawn.width(), drawn.height(), whole_.surface(), drawn.x(),
-                drawn.y(), platform::RasterOp::SRCCOPY);
-    update();
+    copyWhole(whole_.fill(*scene_.picture, fillSlice));
     if (!whole_.isFilled())
         filling_.start();
 }
 
 void MapView::showPart(const QRect& part)
 {
-    if (!viewport_.isWhole()) {
-        scene_.picture->copyTo(dc(), part.topLeft() - viewport_.origin(), part);
-    } else {
-        const QRect drawn = whole_.redraw(*scene_.picture, part);
-        const QPoint to = drawn.topLeft() + viewport_.wholeRect().topLeft();
-        dc().BitBlt(to.x(), to.y(), drawn.width(), drawn.height(), whole_.surface(), drawn.x(),
-                    drawn.y(), platform::RasterOp::SRCCOPY);
+    if (viewport_.isWhole()) {
+        copyWhole(whole_.redraw(*scene_.picture, part));
+        wholeEdits_ = scene_.picture->edits();
+        return;
     }
-    update(inWidget(part).adjusted(-1, -1, 1, 1));
+    const QRect seen = part & viewport_.seen();
+    if (seen.isEmpty())
+        return;
+    scene_.picture->copyTo(dc(), seen.topLeft() - viewport_.origin(), seen);
+    update(inWidget(seen).adjusted(-1, -1, 1, 1));
 }
 
 void MapView::setOverlays(std::vector<Overlay> overlays)

@@ -38,8 +38,11 @@ public:
     void setScene(MapScene scene);
     /// Brings the part of the picture that begins at the first visible cell to the screen. Throws
     /// as MapPicture does.
-    void show(bool isNewDrawing = false);
-    using QWidget::show;
+    void showMap();
+    /// The same of another map, or of one of another size.
+    void showAnew();
+    /// The same, exactly from the first visible cell's corner.
+    void showFromCell();
     /// Brings a part of the picture that was drawn again to the screen.
     void showPart(const QRect& part);
     void setOverlays(std::vector<Overlay> overlays);
@@ -83,6 +86,8 @@ signals:
     void pointed(QPoint pixel, Qt::MouseButtons held, Qt::KeyboardModifiers keys);
     /// The view shows another part, or shows it another way.
     void moved();
+    /// A double click in the whole map went to its place; its first click has done its work.
+    void wentThere();
     void zoomChanged();
 
 protected:
@@ -107,7 +112,10 @@ private:
     void applyViewport();
     void readFirstCell();
     void drawSurface();
+    void drawWhole();
     void fillWhole();
+    void copyWhole(const QRect& part);
+    void repoint();
     void showBars();
     void layOutBars();
     void barMoved();
@@ -132,15 +140,17 @@ private:
     QPoint first_{-1, -1}; ///< the first visible cell as it was last shown
     ReducedPicture whole_;
     int wholeDrawing_ = -1;        ///< the drawing of the picture that it was made from
+    int wholeEdits_ = 0;           ///< and how many changes of it
     std::optional<QPoint> before_; ///< the corner of the view before all was shown
     QTimer filling_;
     std::vector<Overlay> overlays_;
     QScrollBar* horizontal_;
     QScrollBar* vertical_;
 
-    QPoint lastCell_;              ///< under the pointer
-    std::optional<QPoint> panned_; ///< the pixel of the picture that the middle button holds
-    QPointF wheelRest_;            ///< of the wheel's way, what wasn't enough for a pixel
+    QPoint lastCell_;                 ///< under the pointer
+    bool isReleaseSwallowed_ = false; ///< of a double click that went elsewhere
+    std::optional<QPoint> panned_;    ///< the pixel of the picture that the middle button holds
+    QPointF wheelRest_;               ///< of the wheel's way, what wasn't enough for a pixel
     int zoomRest_ = 0;
     QTimer scrollingOn_;
     QPointF dragged_; ///< where the pointer drags

@@ -12,9 +12,16 @@ namespace {
 
 constexpr int farStep = 10; // cells that the cursor goes with Ctrl
 
+bool isMenuKey(const QKeyEvent& key)
+{
+    return key.key() == Qt::Key_Menu ||
+           (key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier);
+}
+
 bool isClickKey(const QKeyEvent& key)
 {
-    return key.key() == Qt::Key_Space || key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    return key.key() == Qt::Key_Space || key.key() == Qt::Key_Return ||
+           key.key() == Qt::Key_Enter || isMenuKey(key);
 }
 
 QPoint arrow(int key)
@@ -70,8 +77,9 @@ bool MapView::moveCursorByKey(const QKeyEvent& key)
     if (!cursor_)
         beginCursor();
     else if (!key.isAutoRepeat())
-        clickAtCursor(key.modifiers().testFlag(Qt::ShiftModifier) ? Qt::RightButton
-                                                                  : Qt::LeftButton);
+        clickAtCursor(isMenuKey(key) || key.modifiers().testFlag(Qt::ShiftModifier)
+                          ? Qt::RightButton
+                          : Qt::LeftButton);
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -41,6 +42,8 @@ void MapView::mousePressEvent(QMouseEvent* event)
 
 void MapView::mouseMoveEvent(QMouseEvent* event)
 {
+    if (!event->buttons().testFlag(Qt::MiddleButton))
+        panned_.reset();
     if (panned_) {
         platform::runCommand(
             [&] { scrollBy(*panned_ - viewport_.pictureAt(screenPixel(event->position()))); });
@@ -80,6 +83,8 @@ void MapView::mouseReleaseEvent(QMouseEvent* event)
         panned_.reset();
         return;
     }
+    if (std::exchange(isReleaseSwallowed_, false) && event->button() == Qt::LeftButton)
+        return;
     emitPointed(event->position(), event->buttons(), event->modifiers());
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
         emit clicked();
@@ -95,6 +100,8 @@ void MapView::mouseDoubleClickEvent(QMouseEvent* event)
     }
     platform::runCommand([&] {
         const QPoint pixel = viewport_.pictureAt(screenPixel(event->position()));
+        isReleaseSwallowed_ = true;
+        emit wentThere();
         viewport_.setZoom(viewport_.zoom(), {});
         centreOn(pixel);
         emit zoomChanged();
@@ -110,7 +117,8 @@ void MapView::wheelEvent(QWheelEvent* event)
             const int steps = zoomRest_ / wheelNotch;
             zoomRest_ -= steps * wheelNotch;
             zoomBy(steps, screenPixel(event->position()));
-            emitPointed(event->position(), event->buttons(), event->modifiers());
+            if (!cursor_)
+                emitPointed(event->position(), event->buttons(), event->modifiers());
             return;
         }
         // A touchpad tells pixels; a wheel tells how far it was turned.
@@ -126,6 +134,7 @@ void MapView::wheelEvent(QWheelEvent* event)
         const QPoint pixels(static_cast<int>(wheelRest_.x()), static_cast<int>(wheelRest_.y()));
         wheelRest_ -= pixels;
         scrollBy(-pixels);
-        emitPointed(event->position(), event->buttons(), event->modifiers());
+        if (!cursor_)
+            emitPointed(event->position(), event->buttons(), event->modifiers());
     });
 }

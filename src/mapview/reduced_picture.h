@@ -21,6 +21,9 @@ public:
     /// Fills in what is missing, if the map's picture is large for about that long, and returns
     /// what was drawn. Throws as MapPicture does.
     QRect fill(const MapPicture& picture, std::chrono::milliseconds time);
+    /// All of the map's picture may have changed: all is to be filled in once more, over what is
+    /// there.
+    void refill() { next_ = 0; }
     /// Draws again what a part of the map's picture reaches into, and returns it.
     QRect redraw(const MapPicture& picture, const QRect& changed);
 

@@ -87,8 +87,10 @@ void FrmMapa::connectView()
     QObject::connect(view, &MapView::released, &window(), [this](Qt::MouseButton button) {
         platform::runCommand([&] { imgMapa_MouseUp(button); });
     });
+    QObject::connect(view, &MapView::wentThere, &window(),
+                     [this] { platform::runCommand([this] { takeBackClick(); }); });
     QObject::connect(view, &MapView::zoomChanged, &window(), [this] {
-        tools_.outcome = ui().imgMapa->zoomText();
+        tools_.isZoomNew = true;
         (*commands_)[u"mapaEntero"_s].setChecked(ui().imgMapa->viewport().isWhole());
         commands_->update();
         showTools();
@@ -158,7 +160,8 @@ void FrmMapa::Form_Resize()
     controls.imgMapa->resize(mapaWidth - 2 * gap, framesHeight - mapaMargins);
     controls.frameInicio->standIn(controls.imgMapa->geometry());
     showStart();
-    scrollMapa();
+    hideLocation();
+    controls.imgMapa->showMap();
     drawMinimap();
 }
 
@@ -174,7 +177,7 @@ void FrmMapa::drawMinimap()
 void FrmMapa::scrollMapa()
 {
     hideLocation();
-    ui().imgMapa->show();
+    ui().imgMapa->showFromCell();
 }
 
 void FrmMapa::crearBuffer()

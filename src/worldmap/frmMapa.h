@@ -153,6 +153,7 @@ private:
     bool isShown(QPoint viewCell) const;
     /// The cell that can be seen next to a cell, which may lie outside the map.
     QPoint nearestShown(QPoint mapCell) const;
+    void takeBackClick();
     void dragPaint(QPoint from, QPoint to);
     void paintTile(QPoint cell);
     void fillArea(QPoint cell);
@@ -164,6 +165,7 @@ private:
     void setAccion(Accion mode);
     bool leaveTool();
     void goToNextPane();
+    void goToMap();
     void changeBrush(int by);
     void pickUp();
     void pickUp(QPoint cell);

@@ -99,11 +99,20 @@ std::vector<Overlay> MapaCapas::overlays(QString& problem)
         else if (key == climate)
             all.emplace_back(*climate_);
         else if (key == inhabitants)
-            all.emplace_back(*inhabitants_);
+            all.emplace_back(besideClimate(*inhabitants_));
         else if (const std::optional<double> scale = kilometresPerCell(map_->notasMapa))
             all.emplace_back(ScaleBar{*scale});
+        else
+            on_.remove(key);
     }
     return all;
+}
+
+/// Where the climate colours the cells already, inhabitants are discs in them.
+CellColours MapaCapas::besideClimate(CellColours colours) const
+{
+    colours.areDiscs = isOn(climate);
+    return colours;
 }
 
 QString MapaCapas::statusText(const std::optional<QRect>& cells)

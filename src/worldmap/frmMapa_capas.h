@@ -35,6 +35,7 @@ public:
 
 private:
     void find(const QString& key);
+    CellColours besideClimate(CellColours colours) const;
 
     const WorldMap* map_;
     QSet<QString> on_;

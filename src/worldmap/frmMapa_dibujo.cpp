@@ -43,15 +43,22 @@ void FrmMapa::showPlaces(const std::vector<MapDocument::PlaceChange>& changes, b
 void FrmMapa::showEdits(const std::vector<QPoint>& cells)
 {
     constexpr std::size_t few = 64;
-    if (cells.size() > few) {
-        frmMinimap().forget();
+    constexpr qint64 largePart = 1'000'000; // of the picture, in pixels: it takes a time to reduce
+    std::vector<QRect> parts;
+    QRect all;
+    for (const QPoint cell : cells) {
+        parts.emplace_back(hex::cellOrigin(cell.x(), cell.y()),
+                           QSize(hex::cellWidth, hex::cellHeight));
+        all |= parts.back();
+    }
+    if (parts.size() > few && qint64{all.width()} * all.height() > largePart) {
+        ui().imgMapa->showMap();
         drawMinimap();
-        ui().imgMapa->show(true);
         return;
     }
-    for (const QPoint cell : cells) {
-        const QRect part(hex::cellOrigin(cell.x(), cell.y()),
-                         QSize(hex::cellWidth, hex::cellHeight));
+    if (parts.size() > few)
+        parts = {all};
+    for (const QRect& part : parts) {
         ui().imgMapa->showPart(part);
         frmMinimap().redraw(forMinimap_, hdcBuffer, part);
     }

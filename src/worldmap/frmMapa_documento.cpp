@@ -77,9 +77,9 @@ void FrmMapa::showReplaced()
     crearBuffer();
     renderMapa();
     showLugares(*places);
-    ui().imgMapa->show(true);
+    hideLocation();
+    ui().imgMapa->showAnew();
     drawMinimap();
-    scrollMapa();
     showProperties();
     showStart();
 }

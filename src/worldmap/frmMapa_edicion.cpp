@@ -15,6 +15,7 @@ using Gesture = MapTools::Gesture;
 void FrmMapa::imgMapa_MouseMove(QPoint pixel, Qt::MouseButtons held, Qt::KeyboardModifiers keys)
 {
     mouseCell = hex::cellAt(pixel - hex::cellOrigin(currX, currY));
+    tools_.isZoomNew = false;
     tools_.pointerInView = ui().imgMapa->seen().contains(pixel);
     const QPoint cell = mapCell();
     ui().lblPosicion->setText(u"X:%1 Y:%2"_s.arg(cell.x()).arg(cell.y()));
@@ -34,6 +35,8 @@ void FrmMapa::imgMapa_MouseMove(QPoint pixel, Qt::MouseButtons held, Qt::Keyboar
 
 void FrmMapa::imgMapa_MouseLeave()
 {
+    if (ui().imgMapa->cursor()) // which is where the pointer was
+        return;
     tools_.pointerInView = false;
     showTools();
 }
@@ -43,6 +46,7 @@ void FrmMapa::beginGesture(Qt::KeyboardModifiers keys)
 {
     const bool canPick = accion == PaintTiles || accion == SetPlaces;
     tools_.pressed = mapCell();
+    tools_.revisionAtPress = documento.history().revision();
     tools_.strokeEnd.reset();
     tools_.outcome.clear();
     tools_.gesture = Gesture::Used;
@@ -80,6 +84,15 @@ void FrmMapa::continueGesture(QPoint pixel)
             throw;
         }
     }
+}
+
+/// The click was the first of a double click that goes elsewhere: it isn't to paint or to mark.
+void FrmMapa::takeBackClick()
+{
+    if (accion == PaintTiles && documento.history().revision() != tools_.revisionAtPress)
+        documento.undo();
+    else if (accion == DrawRoads && QPoint(inicioX, inicioY) == tools_.pressed)
+        inicioX = inicioY = -1;
 }
 
 /// Paints every cell that holds no place on the way between two pixels of the picture, so that a

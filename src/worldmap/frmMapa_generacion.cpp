@@ -68,7 +68,8 @@ void FrmMapa::markRoadEnd(Qt::MouseButton button)
 void FrmMapa::drawCamino(const QString& route)
 {
     ::drawCamino(hdcBuffer, route);
-    scrollMapa();
+    hideLocation();
+    ui().imgMapa->showMap();
 }
 
 void FrmMapa::showClima()

@@ -90,6 +90,12 @@ bool FrmMapa::leaveTool()
     return true;
 }
 
+void FrmMapa::goToMap()
+{
+    window().activateWindow();
+    ui().imgMapa->setFocus(Qt::ShortcutFocusReason);
+}
+
 /// Hands the keyboard on: from the map to the list of places, the palettes that are open, and back.
 void FrmMapa::goToNextPane()
 {
@@ -145,17 +151,16 @@ std::vector<Overlay> FrmMapa::overlays()
         all.emplace_back(CellMark{{inicioX, inicioY}, roadStartColor});
     if (finX != -1)
         all.emplace_back(CellMark{{finX, finY}, roadEndColor});
-    if (const std::optional<QPoint> cursor = ui().imgMapa->cursor())
-        all.emplace_back(CellCursor{*cursor});
-    if (!tools_.pointerInView || !mouseOnMap())
-        return all;
+    const bool isPointed = tools_.pointerInView && mouseOnMap();
     const bool isBrush = accion == PaintTiles && !tools_.isFilling && !tools_.isSelecting;
     const bool isMoving = tools_.gesture == MapTools::Gesture::Place &&
                           mapa().placeAt(tools_.pressed) && mapCell() != tools_.pressed;
-    if (isBrush && !tools_.isPicking)
+    if (isPointed && isBrush && !tools_.isPicking)
         outline(cellsAround(mapa(), mapCell(), tools_.brushRadius));
-    else if (tools_.moving || isMoving)
+    else if (isPointed && (tools_.moving || isMoving))
         outline({mapCell()});
+    if (const std::optional<QPoint> cursor = ui().imgMapa->cursor())
+        all.emplace_back(CellCursor{*cursor});
     return all;
 }
 
@@ -186,9 +191,9 @@ void FrmMapa::showTools()
     const Place* const place = mouseOnMap() ? mapa().placeAt(mapCell()) : nullptr;
     ui().imgMapa->setToolTip(place ? place->name : QString());
     const MapView& view = *ui().imgMapa;
-    const QString zoom = view.viewport().isNatural() ? QString() : view.zoomText();
+    const bool isZoomTold = tools_.isZoomNew || !view.viewport().isNatural();
     QStringList state{clickText(), cellText(), capas_.statusText(tools_.selection),
-                      tools_.outcome == zoom ? QString() : zoom};
+                      isZoomTold ? view.zoomText() : QString()};
     state.removeAll(QString());
     ui().lblEstado->setText(state.join(u"  ·  "_s));
     if (const ToolPointer& pointer = toolPointer(); tools_.pointer != &pointer) {

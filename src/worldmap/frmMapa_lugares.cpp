@@ -89,6 +89,7 @@ void FrmMapa::goToPlace(int way)
         next = std::prev(next == places.begin() ? places.end() : next);
     else if (next == places.end())
         next = places.begin();
+    window().activateWindow();
     view.setFocus();
     view.setCursorCell(next->first);
 }
@@ -166,7 +167,9 @@ void FrmMapa::showPlaceMenu(QPoint cell)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (const QString& key : placeKeys)
         menu->addAction(&(*commands_)[key]);
-    menu->popup(QCursor::pos());
+    const MapView& view = *ui().imgMapa;
+    menu->popup(view.cursor() ? view.mapToGlobal(view.cellInWidget(cell).bottomRight())
+                              : QCursor::pos());
 }
 
 /// What works in the palettes and in the minimap, too. The keys of places are the lists' there.
@@ -186,8 +189,12 @@ bool FrmMapa::useKeyFromElsewhere(const QKeyEvent& key)
 {
     if (Form_KeyDown(key))
         return true;
-    if (accion != SetPlaces || !tools_.pointerInView)
-        return false;
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (accion != SetPlaces || !tools_.pointerInView) {
+        if (isEnter) // what was chosen is to be used now
+            goToMap();
+        return isEnter;
+    }
     const QKeyCombination keys(key.modifiers() & ~Qt::KeypadModifier, Qt::Key(key.key()));
     for (const QString& command : placeKeys) {
         QAction& action = (*commands_)[command];
@@ -207,6 +214,9 @@ void FrmMapa::loadPlaceMenus()
     for (const QString& key : placeKeys)
         list.addAction(&(*commands_)[key]);
     frmTiles().keyUnused = frmPines().keyUnused = forMinimap_.keyUnused;
+    for (platform::ListView* const palette : {frmTiles().ui().lvTiles, frmPines().ui().lvPines})
+        QObject::connect(palette->selectionModel(), &QItemSelectionModel::currentChanged, &window(),
+                         [this] { showTools(); });
     for (QWidget* const palette : {&frmTiles().window(), &frmPines().window()})
         palette->addActions(actionsElsewhere());
 }

@@ -291,6 +291,10 @@ void FrmMapa::loadCommands()
     commands_.emplace(window(), commands());
     commands_->dress(*ui().Toolbar);
     commands_->fill(*ui().menuBar, menus());
+    for (const auto announcement : {&MapDocument::replaced, &MapDocument::propertiesChanged})
+        QObject::connect(&documento, announcement, &window(), [this] { commands_->update(); });
+    QObject::connect(&documento, &MapDocument::placesChanged, &window(),
+                     [this] { commands_->update(); });
     QObject::connect(&documento, &MapDocument::historyChanged, &window(), [this] {
         tools_.outcome.clear();
         commands_->update();

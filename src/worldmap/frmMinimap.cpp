@@ -66,8 +66,9 @@ void FrmMinimap::serve(const MapWindow& map)
         window().removeAction(action);
     if (map.actions)
         window().addActions(map.actions());
-    map.drawMinimap();
+    map.drawMinimap(); // its size, by which it is placed
     showBeside(map.view(), 1);
+    map.drawMinimap(); // a large map is drawn only once it can be seen
     Procs::setTopmost(window().windowHandle(), true);
 }
 
@@ -93,6 +94,7 @@ void FrmMinimap::draw(const MapWindow& map, const Look& look)
     const double scale = std::min(room.width() / whole.width(), room.height() / whole.height());
     const QSize size((whole * scale).toSize().expandedTo({1, 1}));
     platform::PictureBox& picture = *ui().imgMinimap;
+    ui().frameMinimap->setGeometry(window().rect());
     picture.setGeometry((window().width() - size.width()) / 2, margin, size.width(), size.height());
     showSelector(map, look);
 
@@ -100,7 +102,10 @@ void FrmMinimap::draw(const MapWindow& map, const Look& look)
     if (isOther || reduced_.size() != size || drawing_ != look.picture.drawing()) {
         reduced_ = ReducedPicture(look.proportions, size);
         drawing_ = look.picture.drawing();
+    } else if (edits_ != look.picture.edits()) {
+        reduced_.refill();
     }
+    edits_ = look.picture.edits();
     fill();
 }
 
@@ -140,6 +145,7 @@ void FrmMinimap::redraw(const MapWindow& map, const MapPicture& picture, const Q
     if (!serves(map))
         return;
     const QRect part = reduced_.redraw(picture, changed);
+    edits_ = picture.edits();
     platform::PictureBox& box = *ui().imgMinimap;
     box.dc().BitBlt(part.x(), part.y(), part.width(), part.height(), reduced_.surface(), part.x(),
                     part.y(), platform::RasterOp::SRCCOPY);

@@ -28,13 +28,11 @@ public:
         QSizeF seen;       ///< what the view shows of it, in its pixels
         QPoint inCell;     ///< how far the view begins inside its first cell
     };
-    /// Shows a map, and the selector over what its view shows. What was drawn of the picture before
-    /// is kept, until all of it is drawn anew. While another window is served nothing is drawn.
+    /// Shows a map, and the selector over what its view shows. A picture that didn't change isn't
+    /// drawn again. While another window is served nothing is drawn.
     void draw(const MapWindow& map, const Look& look);
     /// Brings a part of the picture that was drawn again in.
     void redraw(const MapWindow& map, const MapPicture& picture, const QRect& changed);
-    /// The picture was drawn anew all over.
-    void forget() { drawing_ = -1; }
 
 protected:
     void Form_Load() override;
@@ -52,6 +50,7 @@ private:
     ReducedPicture reduced_;
     const MapPicture* picture_ = nullptr; ///< that is being filled in
     int drawing_ = -1;                    ///< of the picture, that it was reduced from
+    int edits_ = 0;                       ///< and how many changes of it are drawn
     QTimer filling_;
     QSizeF selectorSize_; ///< in pixels of the minimap, unrounded
 };

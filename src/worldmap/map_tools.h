@@ -26,7 +26,9 @@ struct MapTools {
     bool isPicking = false;       ///< the next click chooses what it meets in its palette
     std::optional<QPoint> moving; ///< the place that the next click moves
     std::optional<QRect> selection;
-    QString outcome; ///< what came of the last thing done, until the next is begun
+    bool isZoomNew = false; ///< until the pointer goes on; then only one that isn't natural is told
+    int revisionAtPress = 0; ///< of the document, when the gesture began
+    QString outcome;         ///< what came of the last thing done, until the next is begun
 
     Gesture gesture = Gesture::None;
     bool leftHeld = false;
