@@ -123,7 +123,10 @@ TEST_F(MapLayersTest, TheMinimapTakesTheSizeOfItsWindow)
     const QRect selector = frmMinimap().ui().imgSelector->geometry();
     EXPECT_NEAR(selector.width(),
                 picture.width() * frmMapa().ui().imgMapa->width() / 2.0 / (50 * 11), 2);
+    frmMapa().scrollMapa();
     expectPixelsOfFullRedraw();
+    EXPECT_TRUE(
+        frmMinimap().ui().imgMinimap->visibleRegion().contains(picture.rect().bottomRight()));
     // A click goes to the place, as at first.
     QTest::mouseClick(frmMinimap().ui().imgMinimap, Qt::LeftButton, {},
                       picture.rect().bottomRight());

@@ -182,8 +182,15 @@ TEST_F(MapViewTest, TheWholeMapIsShownAndADoubleClickGoesThere)
     EXPECT_EQ(QPoint(frmMapa().currX, frmMapa().currY), QPoint(0, 0));
     EXPECT_TRUE(view().rect().contains(view().inWidget(QRect(0, 0, 1654, 2107))));
     EXPECT_FALSE(bar(u"vsbMapa"_s).isVisible());
+    // With a tool in hand, too, a double click changes nothing.
+    press(frmMapa().ui().tiles);
+    choose(frmTiles().ui().lvTiles, 3);
+    EXPECT_TRUE(frmMapa().ui().lblEstado->text().contains(frmTiles().selectedName()));
+    const WorldMap unchanged = frmMapa().mapa();
     const QPoint cell(120, 30);
+    QTest::mouseClick(&view(), Qt::LeftButton, {}, middleOf(cell));
     QTest::mouseDClick(&view(), Qt::LeftButton, {}, middleOf(cell));
+    EXPECT_TRUE(frmMapa().mapa() == unchanged);
     EXPECT_FALSE(command(u"mapaEntero"_s).isChecked());
     EXPECT_EQ(cellUnder(view().rect().center()), cell);
 
@@ -191,6 +198,84 @@ TEST_F(MapViewTest, TheWholeMapIsShownAndADoubleClickGoesThere)
     command(u"mapaEntero"_s).trigger();
     command(u"mapaEntero"_s).trigger();
     EXPECT_EQ(view().seen().topLeft(), before) << "back to where it was";
+}
+
+TEST_F(MapViewTest, TheWholeMapFollowsEveryChange)
+{
+    frmMapa().newMapa({}, {150, 150});
+    command(u"mapaEntero"_s).trigger();
+    const auto expectAsAnew = [&](const char* what) {
+        const QImage shown = view().grab().toImage();
+        command(u"mapaEntero"_s).trigger();
+        frmMapa().hdcBuffer.drawOver({0, 0, 1, 1}, [](platform::MemoryDC&, QPoint) {});
+        command(u"mapaEntero"_s).trigger();
+        EXPECT_EQ(shown, view().grab().toImage()) << what;
+    };
+    MapDocument& document = frmMapa().documento;
+    document.paint({{QPoint(3, 3)}}, u"T2"_s);
+    expectAsAnew("a cell");
+    std::vector<QPoint> many;
+    for (int i = 0; i < 90; ++i)
+        many.emplace_back(20 + i % 10, 20 + i / 10);
+    document.paint(many, u"T2"_s);
+    expectAsAnew("a brush");
+    document.fill({100, 100}, u"B1"_s);
+    expectAsAnew("a fill");
+    document.undo();
+    expectAsAnew("undone");
+    const QImage before = view().grab().toImage();
+    frmMapa().drawCamino(u"30;9|30;8|31;7|30;6|30;5"_s);
+    EXPECT_NE(view().grab().toImage(), before) << "a road";
+    expectAsAnew("a road");
+    command(u"mapaEntero"_s).trigger();
+    document.paint(many, u"B1"_s);
+    command(u"mapaEntero"_s).trigger();
+    expectAsAnew("what changed meanwhile");
+}
+
+TEST_F(MapViewTest, AnotherMapBeginsAtItsCornerWithoutTheOldCursor)
+{
+    frmMapa().newMapa({}, {150, 120});
+    view().scrollBy({5, 5});
+    view().setCursorCell({140, 110});
+    view().scrollBy({-9999, -9999});
+    view().scrollBy({5, 5});
+    frmMapa().newMapa({}, {50, 50});
+    EXPECT_EQ(view().seen().topLeft(), QPoint(0, 0));
+    EXPECT_FALSE(view().cursor());
+}
+
+TEST_F(MapViewTest, CommandsAreForTheCursorsCellHoweverTheViewMoves)
+{
+    frmMapa().newMapa({}, {150, 120});
+    MapDocument& document = frmMapa().documento;
+    document.setPlace({18, 20}, {u"Aldea"_s, u"Nava"_s, {}});
+    press(frmMapa().ui().pines);
+    takeKeys();
+    view().setCursorCell({18, 20});
+    for (const QString& key : {u"acercar"_s, u"mapaEntero"_s, u"mapaEntero"_s}) {
+        command(key).trigger();
+        EXPECT_EQ(frmMapa().ui().lblPosicion->text(), u"X:18 Y:20"_s) << key.toStdString();
+    }
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&view(), &leave);
+    EXPECT_TRUE(frmMapa().ui().lblEstado->text().contains(u"«Nava»"_s));
+
+    command(u"eliminarLugar"_s).trigger();
+    EXPECT_TRUE(document.map().mapaPines.empty());
+    // Keys that move the view take it along.
+    press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_TRUE(view().rect().contains(view().cellInWidget(*view().cursor())));
+    EXPECT_GT(view().cursor()->y(), 50);
+    // N can be used as soon as there is a place; letters in the list of places look for one.
+    EXPECT_FALSE(command(u"lugarSiguiente"_s).isEnabled());
+    document.undo();
+    EXPECT_TRUE(command(u"lugarSiguiente"_s).isEnabled());
+    document.setPlace({1, 1}, {u"Aldea"_s, u"Alto"_s, {}});
+    frmMapa().ui().lvLugares->setFocus();
+    QTest::keyClick(frmMapa().ui().lvLugares, Qt::Key_N);
+    EXPECT_EQ(frmMapa().ui().lvLugares->selectedItem()->key(), u"Nava"_s);
+    EXPECT_TRUE(frmMapa().ui().lvLugares->hasFocus());
 }
 
 TEST_F(MapViewTest, TheKeyboardGoesFromCellToCellAndDoesWhatThePointerDoes)

@@ -129,6 +129,7 @@ private:
     void moveCursor(QPoint by, Qt::KeyboardModifiers keys);
     void clickAtCursor(Qt::MouseButton button);
     void beginCursor();
+    void keepCursorInView();
     void hideCursor();
     void pointAtCursor(Qt::MouseButtons held);
     void endKeyDrag();

@@ -105,7 +105,19 @@ bool MapView::moveByKey(const QKeyEvent& key)
     default:
         return false;
     }
+    keepCursorInView();
     return true;
+}
+
+/// The cursor goes with the view: what can't be seen isn't to be acted on.
+void MapView::keepCursorInView()
+{
+    if (!cursor_ || viewport_.isWhole())
+        return;
+    const QPoint first = geometry_->cellAt(viewport_.origin()) + QPoint(1, 1);
+    const QPoint last = geometry_->cellAt(viewport_.seen().bottomRight()) - QPoint(1, 1);
+    setCursorCell({std::clamp(cursor_->x(), first.x(), std::max(first.x(), last.x())),
+                   std::clamp(cursor_->y(), first.y(), std::max(first.y(), last.y()))});
 }
 
 /// The cursor begins where the pointer was last or, where that can't be seen, in the middle of the

@@ -210,6 +210,7 @@ bool FrmMapa::useKeyFromElsewhere(const QKeyEvent& key)
 void FrmMapa::loadPlaceMenus()
 {
     platform::ListView& list = *ui().lvLugares;
+    list.keepLetters();
     list.setContextMenuPolicy(Qt::ActionsContextMenu);
     for (const QString& key : placeKeys)
         list.addAction(&(*commands_)[key]);

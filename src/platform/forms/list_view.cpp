@@ -298,6 +298,19 @@ void ListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottom
         filterRows(topLeft.row(), bottomRight.row());
 }
 
+bool ListView::event(QEvent* event)
+{
+    if (keepsLetters_ && event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        const bool isPlain = (key.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+        if (isPlain && !key.text().isEmpty() && key.text().front().isLetter()) {
+            event->accept();
+            return true;
+        }
+    }
+    return QTreeView::event(event);
+}
+
 void ListView::rowsInserted(const QModelIndex& parent, int start, int end)
 {
     QTreeView::rowsInserted(parent, start, end);

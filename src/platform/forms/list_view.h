@@ -36,6 +36,8 @@ public:
     int shownBeside(int row) const;
     /// Gives the list the focus, with the first of the rows to be seen selected if none of them is.
     void enterRows();
+    /// Letters search the list, also where they are somebody's shortcuts.
+    void keepLetters() { keepsLetters_ = true; }
 
     void reset() override;
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
@@ -50,6 +52,7 @@ signals:
     void filterDropped();
 
 protected:
+    bool event(QEvent* event) override;
     void rowsInserted(const QModelIndex& parent, int start, int end) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -60,6 +63,7 @@ private:
     void applyColumns();
     void filterRows(int first, int last);
 
+    bool keepsLetters_ = false;
     ListItems* items_ = nullptr;
     std::size_t columnsApplied_ = 0;
     TextFilter filter_;
