@@ -442,8 +442,13 @@ TEST_F(MapEditTest, WindowsFollowUndoAsAFullRedrawWould)
                 if (isBare(cellsAround(map, other, 6)))
                     document.paste(cutOut(map, {cell, QSize(4, 4)}), {other.x() & ~1, other.y()});
             }
+            // Whatever is to be seen of the map meanwhile.
+            ui.imgMapa->setWhole(below(6) == 0);
+            ui.imgMapa->zoomBy(below(2) * below(6));
+            ui.imgMapa->scrollBy({below(90), below(60)});
             for (int walk = below(4); walk > 0; --walk)
                 action(below(2) == 0 ? u"deshacer"_s : u"rehacer"_s).trigger();
+            ui.imgMapa->setZoom(1);
         }
         expectPixelsOfFullRedraw();
         ASSERT_EQ(frmMapa().lugares.count(), static_cast<int>(map.mapaPines.size()));

@@ -157,5 +157,6 @@ private:
     QPointF dragged_; ///< where the pointer drags
     Qt::KeyboardModifiers dragKeys_;
     std::optional<QPoint> cursor_;
+    QPoint restingPointer_; ///< on the screen, when the cursor was last moved
     bool isKeyDrag_ = false;
 };

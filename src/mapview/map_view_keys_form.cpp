@@ -5,6 +5,7 @@
 #include "platform/forms/application.h"
 
 #include <QAccessible>
+#include <QCursor>
 #include <QKeyEvent>
 #include <algorithm>
 
@@ -148,6 +149,7 @@ void MapView::setCursorCell(QPoint cell)
         return;
     cursor_ = QPoint(std::clamp(cell.x(), 0, cells.width() - 1),
                      std::clamp(cell.y(), 0, cells.height() - 1));
+    restingPointer_ = QCursor::pos();
     revealCell(*cursor_);
     pointAtCursor(isKeyDrag_ ? Qt::LeftButton : Qt::NoButton);
     QAccessibleEvent heard(this, QAccessible::Focus);

@@ -13,6 +13,7 @@ namespace {
 
 constexpr int wheelNotch = 120; // of angles, as the toolkit counts them
 constexpr int cellsANotch = 3;  // that the wheel goes at zoom 1
+constexpr int jitter = 4;       // of a pointer at rest, in pixels
 constexpr int edge = 2;         // of the view, in pixels, where a drag makes it go on
 
 } // namespace
@@ -48,6 +49,12 @@ void MapView::mouseMoveEvent(QMouseEvent* event)
         platform::runCommand(
             [&] { scrollBy(*panned_ - viewport_.pictureAt(screenPixel(event->position()))); });
         return;
+    }
+    if (cursor_) { // the pointer takes over once it is really moved
+        const QPoint way = event->globalPosition().toPoint() - restingPointer_;
+        if (way.manhattanLength() <= jitter)
+            return;
+        hideCursor();
     }
     emitPointed(event->position(), event->buttons(), event->modifiers());
     dragged_ = event->position();
