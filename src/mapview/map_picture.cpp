@@ -111,7 +111,7 @@ void MapPicture::patch(MemoryDC& surface, QPoint corner, const std::vector<QRect
     }
 }
 
-void MapPicture::drawOver(const QRect& part, Painter mark)
+void MapPicture::drawOver(const QRect& part, const Painter& mark)
 {
     ++edits_;
     for (const int number : piecesIn(part)) {

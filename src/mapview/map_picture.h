@@ -43,7 +43,7 @@ public:
     /// Draws some parts again as the painter has them now, over whatever was drawn there.
     void redraw(std::span<const QRect> parts);
     /// Draws something over a part of the picture, until that part is drawn again.
-    void drawOver(const QRect& part, Painter mark);
+    void drawOver(const QRect& part, const Painter& mark);
 
     /// A part of the picture; what lies outside of it is black. Throws Error (TooLarge) without
     /// memory, and what the painter throws.
