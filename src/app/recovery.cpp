@@ -268,8 +268,7 @@ void Recovery::keepReplaced(const QString& work, const QString& target, const Co
     background_.run(
         *this,
         [folder = folder_, work, target, content] {
-            const QString problem =
-                problemOf([&] { platform::keepVersion(target, content(), true); });
+            QString problem = problemOf([&] { platform::keepVersion(target, content(), true); });
             if (!problem.isEmpty())
                 folder->setAside(work);
             return problem;

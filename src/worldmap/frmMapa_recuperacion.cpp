@@ -95,7 +95,7 @@ void FrmMapa::watchUnsavedWork()
         recovery.watch({.name = name,
                         .history = &catalogue->history(),
                         .snapshot = [catalogue] { return draftOf(*catalogue); },
-                        .target = [path] { return path; },
+                        .target = [catalogue] { return cataloguePath(catalogue->kind()); },
                         .known = [catalogue] { return catalogue->file(); }});
         disk.watch(*catalogue, [catalogue] { return catalogue->file(); });
         QObject::connect(catalogue, &CatalogueDocument::unsavedReplaced, &window(),

@@ -61,7 +61,7 @@ public:
 
 private:
     friend class ListItems;
-    ListItem(ListItems& owner, Contents contents) : owner_(&owner), contents_(std::move(contents))
+    ListItem(ListItems& owner, Contents&& contents) : owner_(&owner), contents_(std::move(contents))
     {
     }
     const SubItem* findSubItem(const QString& key) const;

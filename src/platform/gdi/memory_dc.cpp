@@ -92,6 +92,7 @@ std::vector<Share> areaShares(std::int64_t scaledPixel, int fromSize, int toSize
 std::vector<std::vector<Share>> sharesOf(int first, int count, int fromSize, int toSize)
 {
     std::vector<std::vector<Share>> shares;
+    shares.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         shares.push_back(areaShares(first + i, fromSize, toSize));
     return shares;
