@@ -188,8 +188,10 @@ TEST_F(MapViewTest, TheWholeMapIsShownAndADoubleClickGoesThere)
     EXPECT_TRUE(frmMapa().ui().lblEstado->text().contains(frmTiles().selectedName()));
     const WorldMap unchanged = frmMapa().mapa();
     const QPoint cell(120, 30);
-    QTest::mouseClick(&view(), Qt::LeftButton, {}, middleOf(cell));
-    QTest::mouseDClick(&view(), Qt::LeftButton, {}, middleOf(cell));
+    const QPoint place = middleOf(cell);
+    QTest::mouseClick(&view(), Qt::LeftButton, {}, place);
+    send(QEvent::MouseButtonDblClick, place, Qt::LeftButton, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, place, Qt::LeftButton, Qt::NoButton);
     EXPECT_TRUE(frmMapa().mapa() == unchanged);
     EXPECT_FALSE(command(u"mapaEntero"_s).isChecked());
     EXPECT_EQ(cellUnder(view().rect().center()), cell);
