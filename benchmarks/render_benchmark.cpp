@@ -100,7 +100,8 @@ void CopySameBytes(benchmark::State& state)
 /// The minimap's picture, 177 pixels high.
 ReducedPicture reduced(const MapPicture& picture)
 {
-    ReducedPicture small(picture.size(), {177 * picture.width() / picture.height(), 177});
+    ReducedPicture small;
+    small.follow(picture, picture.size(), {177 * picture.width() / picture.height(), 177});
     while (!small.isFilled())
         small.fill(picture, std::chrono::milliseconds(100));
     return small;

@@ -115,27 +115,6 @@ TEST(MemoryDC, StretchingAveragesTheCoveredArea)
     EXPECT_EQ(qGreen(dot.image().pixel(0, 0)), qRound(sum / (37 * 23)));
 }
 
-TEST(MemoryDC, APartDrawnAgainIsAsAllDrawnAnew)
-{
-    for (const QSize size : {QSize(17, 9), QSize(40, 31), QSize(37, 23), QSize(90, 60)}) {
-        MemoryDC source = noise(37, 23, 8);
-        MemoryDC inParts(size.width(), size.height());
-        MemoryDC anew = inParts;
-        inParts.StretchBlt(0, 0, size.width(), size.height(), source, 0, 0, 37, 23,
-                           RasterOp::SRCCOPY);
-        for (const QRect changed :
-             {QRect(0, 0, 5, 4), QRect(11, 7, 1, 1), QRect(30, 20, 20, 20), QRect(50, 5, 3, 3)}) {
-            source.BitBlt(changed.x(), changed.y(), changed.width(), changed.height(),
-                          noise(20, 20, 9), 0, 0, RasterOp::SRCCOPY);
-            if (const QRect part = platform::stretchedPart({37, 23}, size, changed);
-                !part.isEmpty())
-                inParts.StretchBltPart(source, {}, {37, 23}, part);
-        }
-        anew.StretchBlt(0, 0, size.width(), size.height(), source, 0, 0, 37, 23, RasterOp::SRCCOPY);
-        EXPECT_EQ(inParts.image(), anew.image()) << size.width();
-    }
-}
-
 TEST(MemoryDC, EqualSizesAreCopiedPixelForPixel)
 {
     const MemoryDC source = noise(15, 14, 3);

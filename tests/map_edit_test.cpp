@@ -349,42 +349,6 @@ TEST_F(MapEditTest, TheNorthStaysAboveTheSouth)
     }
 }
 
-TEST_F(MapEditTest, EditsOfAnyPicturesGiveThePixelsOfAFullRedraw)
-{
-    // Pictures without masks, and masks of any bits, overlap their neighbours.
-    std::mt19937 engine(3);
-    const auto picture = [&] {
-        return std::make_shared<platform::MemoryDC>(noise(15, 14, engine()));
-    };
-    MapPictures& pictures = workspace.pictures;
-    for (auto tile = pictures.colTiles.begin(); tile != pictures.colTiles.end(); ++tile) {
-        tile.value() = picture();
-        pictures.colMascarasTiles[tile.key()] = engine() % 2 == 0 ? SIN_MASCARA : picture();
-    }
-    frmMapa().crearBuffer();
-    frmMapa().renderMapa();
-    frmMapa().drawMinimap();
-    frmMapa().scrollMapa();
-    press(frmMapa().ui().tiles);
-    for (int edit = 0; edit < 60; ++edit) {
-        choose(frmTiles().ui().lvTiles, static_cast<int>(engine() % 20));
-        click(static_cast<int>(engine() % 12), static_cast<int>(engine() % 12));
-    }
-    expectPixelsOfFullRedraw();
-
-    frmMapa().newMapa({}, {12, 140}); // more rows than are redrawn at a time
-    for (int edit = 0; edit < 4; ++edit) {
-        choose(frmTiles().ui().lvTiles, static_cast<int>(engine() % 20));
-        std::vector<QPoint> cells;
-        for (int i = 0; i < 12 * 140; ++i) {
-            if (engine() % 3 == 0)
-                cells.emplace_back(i % 12, i / 12);
-        }
-        frmMapa().documento.paint(cells, frmTiles().selectedName());
-    }
-    expectPixelsOfFullRedraw();
-}
-
 TEST_F(MapEditTest, WindowsFollowUndoAsAFullRedrawWould)
 {
     Ui::FrmMapa& ui = frmMapa().ui();

@@ -222,7 +222,8 @@ TEST(MapPicture, ReducesToTheAverageOfAreas)
     ASSERT_TRUE(picture.isLarge());
     const QSize part(2296, 2100);
     for (const QSize size : {QSize(177, 162), QSize(1, 7), QSize(601, 555)}) {
-        ReducedPicture small(part, size);
+        ReducedPicture small;
+        small.follow(picture, part, size);
         int slices = 0;
         for (; !small.isFilled(); ++slices)
             small.fill(picture, std::chrono::milliseconds(0));

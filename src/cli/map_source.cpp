@@ -5,6 +5,7 @@
 #include "generation/camino.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/text_file.h"
+#include "worldmap/hex_geometry.h"
 #include "worldmap/map_canvas.h"
 #include "worldmap/map_file.h"
 
@@ -27,6 +28,7 @@ WorldMap WorldWorkspace::read(const QString& map) const
 
 QByteArray mapPng(const MapPictures& pictures, const WorldMap& map, int scale, const QString& route)
 {
+    checkPictureSize(hex::pictureSize(map.ancho(), map.alto()), scale);
     Progress progress(isLongWork(map));
     progress.step(u"Dibujo…"_s);
     MapCanvas canvas(pictures);

@@ -97,12 +97,18 @@ void PictureTarget::tell(QTextStream& out, QSize size) const
                                                    QString::number(size.height()));
 }
 
+void checkPictureSize(QSize size, int scale)
+{
+    constexpr qint64 most = std::numeric_limits<int>::max() / qint64{sizeof(QRgb)};
+    if (qint64{size.width()} * size.height() * scale * scale > most)
+        throw Error(ErrorNumber::TooLarge,
+                    scale == 1 ? u"El mapa es demasiado grande para una imagen."_s
+                               : u"La imagen sería demasiado grande. Pida una escala menor."_s);
+}
+
 QByteArray pngBytes(const QImage& picture, int scale, Progress& progress)
 {
-    const qint64 size = qint64{picture.sizeInBytes()} * scale * scale;
-    if (size > std::numeric_limits<int>::max())
-        throw Error(ErrorNumber::TooLarge,
-                    u"La imagen sería demasiado grande. Pida una escala menor."_s);
+    checkPictureSize(picture.size(), scale);
     QByteArray bytes;
     ToldBuffer buffer(&bytes, progress);
     buffer.open(QIODevice::WriteOnly);

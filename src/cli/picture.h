@@ -34,7 +34,10 @@ private:
     QString name_;
 };
 
-/// The bytes of a picture as a PNG file, enlarged. Throws Error when it would be too large.
+/// Throws Error when a picture of that size, enlarged, would be too large.
+void checkPictureSize(QSize size, int scale);
+
+/// The bytes of a picture as a PNG file, enlarged. Throws Error.
 QByteArray pngBytes(const QImage& picture, int scale, Progress& progress);
 
 /// Throws Error when no file can be written there, so that nothing is half done when it turns out.

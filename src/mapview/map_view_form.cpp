@@ -141,14 +141,8 @@ void MapView::drawSurface()
 void MapView::drawWhole()
 {
     const MapPicture& picture = *scene_.picture;
-    const QSize size = viewport_.wholeRect().size();
-    if (whole_.size() != size || wholeDrawing_ != picture.drawing())
-        whole_ = ReducedPicture(picture.size(), size);
-    else if (wholeEdits_ != picture.edits())
-        whole_.refill();
-    wholeDrawing_ = picture.drawing();
-    wholeEdits_ = picture.edits();
-    copyWhole({{}, size});
+    whole_.follow(picture, picture.size(), viewport_.wholeRect().size());
+    copyWhole({{}, whole_.size()});
     fillWhole();
 }
 
@@ -176,7 +170,6 @@ void MapView::showPart(const QRect& part)
 {
     if (viewport_.isWhole()) {
         copyWhole(whole_.redraw(*scene_.picture, part));
-        wholeEdits_ = scene_.picture->edits();
         return;
     }
     const QRect seen = part & viewport_.seen();

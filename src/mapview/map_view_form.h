@@ -140,8 +140,6 @@ private:
     Viewport viewport_;
     QPoint first_{-1, -1}; ///< the first visible cell as it was last shown
     ReducedPicture whole_;
-    int wholeDrawing_ = -1;        ///< the drawing of the picture that it was made from
-    int wholeEdits_ = 0;           ///< and how many changes of it
     std::optional<QPoint> before_; ///< the corner of the view before all was shown
     QTimer filling_;
     std::vector<Overlay> overlays_;

@@ -16,11 +16,19 @@ int blockSide(int from, int to)
 
 } // namespace
 
-ReducedPicture::ReducedPicture(QSize part, QSize size)
-    : from_(part),
-      block_(blockSide(part.width(), size.width()), blockSide(part.height(), size.height())),
-      surface_(size.width(), size.height())
+void ReducedPicture::follow(const MapPicture& picture, QSize part, QSize size)
 {
+    if (from_ != part || this->size() != size || drawing_ != picture.drawing()) {
+        from_ = part;
+        block_ =
+            QSize(blockSide(part.width(), size.width()), blockSide(part.height(), size.height()));
+        surface_ = MemoryDC(size.width(), size.height());
+        next_ = 0;
+    } else if (edits_ != picture.edits()) {
+        next_ = 0;
+    }
+    drawing_ = picture.drawing();
+    edits_ = picture.edits();
 }
 
 int ReducedPicture::columns() const
@@ -58,6 +66,7 @@ QRect ReducedPicture::fill(const MapPicture& picture, std::chrono::milliseconds 
 
 QRect ReducedPicture::redraw(const MapPicture& picture, const QRect& changed)
 {
+    edits_ = picture.edits();
     const QRect part = platform::stretchedPart(from_, size(), changed);
     if (part.isEmpty())
         return {};

@@ -10,8 +10,11 @@ class ReducedPicture
 {
 public:
     ReducedPicture() = default;
-    /// Of the upper left part of a map's picture, whose last columns may be left out.
-    ReducedPicture(QSize part, QSize size);
+
+    /// Makes it one of the upper left part of a map's picture, whose last columns may be left out,
+    /// at a size. What isn't as it was drawn before is to be filled in: all of another picture or
+    /// size, and what changed over what is there.
+    void follow(const MapPicture& picture, QSize part, QSize size);
 
     /// Black where it isn't filled in yet.
     const platform::MemoryDC& surface() const { return surface_; }
@@ -21,9 +24,6 @@ public:
     /// Fills in what is missing, if the map's picture is large for about that long, and returns
     /// what was drawn. Throws as MapPicture does.
     QRect fill(const MapPicture& picture, std::chrono::milliseconds time);
-    /// All of the map's picture may have changed: all is to be filled in once more, over what is
-    /// there.
-    void refill() { next_ = 0; }
     /// Draws again what a part of the map's picture reaches into, and returns it.
     QRect redraw(const MapPicture& picture, const QRect& changed);
 
@@ -36,5 +36,7 @@ private:
     QSize from_;
     QSize block_; ///< that are drawn at a time
     int next_ = 0;
+    int drawing_ = -1; ///< of the map's picture
+    int edits_ = 0;
     platform::MemoryDC surface_;
 };

@@ -98,14 +98,8 @@ void FrmMinimap::draw(const MapWindow& map, const Look& look)
     picture.setGeometry((window().width() - size.width()) / 2, margin, size.width(), size.height());
     showSelector(map, look);
 
-    const bool isOther = std::exchange(picture_, &look.picture) != &look.picture;
-    if (isOther || reduced_.size() != size || drawing_ != look.picture.drawing()) {
-        reduced_ = ReducedPicture(look.proportions, size);
-        drawing_ = look.picture.drawing();
-    } else if (edits_ != look.picture.edits()) {
-        reduced_.refill();
-    }
-    edits_ = look.picture.edits();
+    picture_ = &look.picture;
+    reduced_.follow(look.picture, look.proportions, size);
     fill();
 }
 
@@ -145,7 +139,6 @@ void FrmMinimap::redraw(const MapWindow& map, const MapPicture& picture, const Q
     if (!serves(map))
         return;
     const QRect part = reduced_.redraw(picture, changed);
-    edits_ = picture.edits();
     platform::PictureBox& box = *ui().imgMinimap;
     box.dc().BitBlt(part.x(), part.y(), part.width(), part.height(), reduced_.surface(), part.x(),
                     part.y(), platform::RasterOp::SRCCOPY);

@@ -49,8 +49,6 @@ private:
     QPoint lastPosition_;
     ReducedPicture reduced_;
     const MapPicture* picture_ = nullptr; ///< that is being filled in
-    int drawing_ = -1;                    ///< of the picture, that it was reduced from
-    int edits_ = 0;                       ///< and how many changes of it are drawn
     QTimer filling_;
     QSizeF selectorSize_; ///< in pixels of the minimap, unrounded
 };
