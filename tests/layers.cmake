@@ -1,6 +1,6 @@
 # Fails when a source file includes what its layer may not see. The layers, from below:
 #   platform/core < platform/gdi < domain files (app, mapview, catalogue, worldmap, generation,
-#   localmap)
+#   localmap, exchange)
 #   < app/workspace < platform/forms < window files (frm*, *_form, *_windows, app/start) and main.cpp
 # QT_GUI and QT_WIDGETS are the folders of those modules' headers.
 cmake_minimum_required(VERSION 3.25)
@@ -11,7 +11,7 @@ foreach(probe "${QT_GUI}/QImage" "${QT_WIDGETS}/QWidget")
     endif()
 endforeach()
 
-set(subsystems app mapview catalogue worldmap generation localmap)
+set(subsystems app mapview catalogue worldmap generation localmap exchange)
 set(windows "\"[a-z]+/(frm[A-Za-z_]*|[a-z_]*_form|[a-z_]*_windows|start)\\.h\"")
 set(checked 0)
 
@@ -21,12 +21,12 @@ foreach(file IN LISTS files)
     set(forbidden "\"cli/")
     set(forbiddenQt "${QT_WIDGETS}")
     if(file MATCHES "^platform/core/")
-        set(forbidden "\"(platform/gdi|platform/forms|app|mapview|catalogue|worldmap|generation|localmap|cli)/")
+        set(forbidden "\"(platform/gdi|platform/forms|app|mapview|catalogue|worldmap|generation|localmap|exchange|cli)/")
         list(APPEND forbiddenQt "${QT_GUI}")
     elseif(file MATCHES "^platform/gdi/")
-        set(forbidden "\"(platform/forms|app|mapview|catalogue|worldmap|generation|localmap|cli)/")
+        set(forbidden "\"(platform/forms|app|mapview|catalogue|worldmap|generation|localmap|exchange|cli)/")
     elseif(file MATCHES "^platform/forms/")
-        set(forbidden "\"(app|mapview|catalogue|worldmap|generation|localmap|cli)/")
+        set(forbidden "\"(app|mapview|catalogue|worldmap|generation|localmap|exchange|cli)/")
         set(forbiddenQt "")
     elseif(file MATCHES "^cli/")
         set(forbidden "\"platform/forms/" "${windows}")

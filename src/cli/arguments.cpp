@@ -73,10 +73,16 @@ Arguments parse(const std::vector<Option>& options, const QStringList& words)
 
 const QString& Arguments::only(const QString& what) const
 {
-    if (positional.size() != 1)
-        throw UsageError{positional.isEmpty() ? u"falta %1"_s.arg(what)
-                                              : u"sobra «%1»"_s.arg(positional[1])};
-    return positional.first();
+    return exactly({what}).first();
+}
+
+const QStringList& Arguments::exactly(const QStringList& what) const
+{
+    if (positional.size() < what.size())
+        throw UsageError{u"falta %1"_s.arg(what[positional.size()])};
+    if (positional.size() > what.size())
+        throw UsageError{u"sobra «%1»"_s.arg(positional[what.size()])};
+    return positional;
 }
 
 void Arguments::none() const

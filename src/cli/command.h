@@ -28,6 +28,8 @@ struct Arguments {
 
     /// The one argument that isn't an option; `what` names it in the message when it's missing.
     const QString& only(const QString& what) const;
+    /// The arguments that aren't options, as many as are named for the message.
+    const QStringList& exactly(const QStringList& what) const;
     /// For commands whose every argument is an option.
     void none() const;
     bool has(const QString& option) const { return options.contains(option); }
@@ -77,6 +79,7 @@ QString usage(const Command& command);
 
 ExitCode generar(const Arguments& arguments);
 ExitCode dibujar(const Arguments& arguments);
+ExitCode exportar(const Arguments& arguments);
 ExitCode ruta(const Arguments& arguments);
 ExitCode lugares(const Arguments& arguments);
 ExitCode clima(const Arguments& arguments);

@@ -1,5 +1,6 @@
 // The commands, and the help that is made of them.
 #include "cli/command.h"
+#include "exchange/map_formats.h"
 
 #include <algorithm>
 
@@ -23,6 +24,16 @@ Option pictureOption(const QString& what)
 Option scaleOption()
 {
     return {u"escala"_s, u"N"_s, u"aumento de la imagen, de 1 a 16"_s};
+}
+
+/// With the formats, each with what it heeds.
+QString exportExplanation()
+{
+    QStringList formats;
+    for (const MapFormat& format : mapFormats())
+        formats.append(u".%1, %2"_s.arg(format.suffix, format.explanation));
+    return u"Exporta un mapa en el formato que dice el final del archivo: %1."_s.arg(
+        formats.join(u"; "_s));
 }
 
 Option required(Option option)
@@ -83,6 +94,28 @@ const std::vector<Command>& commands()
          u"Dibuja un mapa entero en una imagen PNG."_s,
          {required(pictureOption(u"la imagen"_s)), scaleOption()},
          &dibujar},
+        {u"exportar"_s,
+         u"MAPA ARCHIVO"_s,
+         exportExplanation(),
+         {{u"formato"_s, u"F"_s, u"el formato, si no es el que dice el final del archivo"_s},
+          scaleOption(),
+          {u"zona"_s, u"X,Y,ANCHO,ALTO"_s, u"solo esas casillas, contadas desde 0"_s},
+          {u"rejilla"_s, {}, u"con los bordes de las casillas"_s},
+          {u"coordenadas"_s, {}, u"con el número de cada casilla"_s},
+          {u"nombres"_s, {}, u"con los nombres de los lugares"_s},
+          {u"clima"_s, {}, u"con el clima en colores"_s},
+          {u"habitantes"_s, {}, u"con los habitantes en colores"_s},
+          {u"barra-escala"_s, {}, u"con una barra de escala, si el mapa la dice en sus notas"_s},
+          {u"leyenda"_s, {}, u"con la leyenda de los terrenos y pines que hay"_s},
+          {u"papel"_s, u"P"_s, u"A4, A3, carta, o uno para una sola página; sin ella, A4"_s},
+          {u"apaisado"_s, {}, u"con el papel apaisado"_s},
+          {u"mm"_s, u"N"_s, u"milímetros por fila en el papel; sin ella, 10"_s},
+          {u"jugadores"_s,
+           {},
+           u"sin notas ni lugares ocultos (aquellos cuyas notas empiezan por "
+           "«!»)"_s},
+          {u"carpeta"_s, {}, u"una nota por lugar, en una carpeta"_s}},
+         &exportar},
         {u"ruta"_s,
          u"MAPA"_s,
          u"Busca el camino más barato entre dos casillas. Escribe las casillas del camino, de la "

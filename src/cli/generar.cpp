@@ -2,6 +2,7 @@
 #include "cli/map_source.h"
 #include "cli/picture.h"
 #include "cli/progress.h"
+#include "exchange/export_options.h"
 #include "generation/world_generator.h"
 #include "platform/core/error.h"
 #include "platform/core/saving.h"
@@ -10,7 +11,6 @@
 #include "worldmap/map_canvas.h"
 #include "worldmap/map_file.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -62,28 +62,12 @@ WorldMap requestedMap(const Arguments& arguments, const QString& target)
     return map;
 }
 
-/// Writes map and picture, or neither: the picture first, as the larger one; if the map then finds
-/// no room, it goes again.
-void save(const WorldMap& map, const QString& target, const PictureTarget& picture,
-          const QByteArray& png)
+void save(const QString& target, const QByteArray& bytes)
 {
-    const QByteArray bytes = mapFileBytes(map);
-    const bool replaces = QFileInfo::exists(picture.path());
-    const bool isFile = picture.isWanted() && !picture.isStandardOutput();
-    if (isFile)
-        picture.write(png);
-    try {
-        platform::KnownFile unknown;
-        QTextStream err(stderr);
-        for (const QString& notice : platform::saveFile(target, bytes, unknown).notices)
-            err << notice << '\n';
-    } catch (const platform::Error&) {
-        if (isFile && !replaces)
-            QFile::remove(picture.path());
-        throw;
-    }
-    if (picture.isStandardOutput())
-        picture.write(png);
+    platform::KnownFile unknown;
+    QTextStream err(stderr);
+    for (const QString& notice : platform::saveFile(target, bytes, unknown).notices)
+        err << notice << '\n';
 }
 
 } // namespace
@@ -96,6 +80,8 @@ ExitCode generar(const Arguments& arguments)
     const int scale = arguments.number(u"escala"_s, 1, maxScale, 1);
     const PictureTarget picture(arguments, target);
     checkWritable(target);
+    if (picture.isWanted())
+        checkPictureSize(hex::pictureSize(requested.ancho(), requested.alto()), scale);
 
     arguments.seed();
     const WorldWorkspace workspace;
@@ -112,8 +98,13 @@ ExitCode generar(const Arguments& arguments)
     map.latSur = requested.latSur;
     if (!requested.nombre.isEmpty())
         map.nombre = requested.nombre;
-    save(map, target, picture,
-         picture.isWanted() ? mapPng(workspace.pictures, map, scale) : QByteArray());
+    const QByteArray bytes = mapFileBytes(map);
+    // Both, or neither: the picture, as the larger one, is on the disk before the map is.
+    const auto saveMap = [&] { save(target, bytes); };
+    if (picture.isWanted())
+        writePicture(picture, workspace.pictures, map, scale, {}, saveMap);
+    else
+        saveMap();
 
     QTextStream out(picture.lines());
     out << u"Mapa: %1 («%2», %3 lugares)\n"_s.arg(target, map.nombre,

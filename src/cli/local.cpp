@@ -1,7 +1,6 @@
 #include "app/workspace.h"
 #include "cli/command.h"
 #include "cli/picture.h"
-#include "cli/progress.h"
 #include "localmap/local_canvas.h"
 #include "localmap/local_generator.h"
 
@@ -26,12 +25,11 @@ ExitCode draw(const LocalMap& map, const PictureTarget& picture, QTextStream& li
     workspace.loadTilesLocales();
     LocalCanvas canvas(workspace.localPictures);
     const QStringList missing = canvas.renderMapa(map);
-    Progress progress(false);
-    picture.write(pngBytes(canvas.hdcBuffer.image(), 1, progress));
+    picture.write({canvas.hdcBuffer, canvas.hdcBuffer.rect()}, false);
     if (!missing.isEmpty())
         QTextStream(stderr) << u"Faltan tiles locales, o sus imágenes: %1.\n"_s.arg(
             missing.join(u", "_s));
-    picture.tell(lines, canvas.hdcBuffer.image().size());
+    picture.tell(lines, canvas.hdcBuffer.size());
     return missing.isEmpty() ? Success : No;
 }
 

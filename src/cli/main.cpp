@@ -3,7 +3,8 @@
 #include "platform/core/error.h"
 #include "platform/core/file_replacement.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QLoggingCategory>
 #include <QTextStream>
 #include <algorithm>
 #include <cstdio>
@@ -78,7 +79,12 @@ ExitCode run(const QStringList& words)
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
+#ifdef Q_OS_LINUX
+    // Letters need fonts, but no screen; nor is there anything to tell of one that is missing.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules(u"default.warning=false"_s);
+#endif
+    const QGuiApplication application(argc, argv);
     platform::outliveFileSizeLimit();
     return run(QCoreApplication::arguments().sliced(1));
 }

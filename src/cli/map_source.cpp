@@ -1,11 +1,8 @@
 #include "cli/map_source.h"
 
-#include "cli/picture.h"
-#include "cli/progress.h"
 #include "generation/camino.h"
 #include "platform/core/app_folder.h"
 #include "platform/core/text_file.h"
-#include "worldmap/hex_geometry.h"
 #include "worldmap/map_canvas.h"
 #include "worldmap/map_file.h"
 
@@ -26,17 +23,14 @@ WorldMap WorldWorkspace::read(const QString& map) const
     return readDrawableMap(platform::readTextFile(mapPath(map)), pictures);
 }
 
-QByteArray mapPng(const MapPictures& pictures, const WorldMap& map, int scale, const QString& route)
+void writePicture(const PictureTarget& target, const MapPictures& pictures, const WorldMap& map,
+                  int scale, const QString& route, const std::function<void()>& between)
 {
-    checkPictureSize(hex::pictureSize(map.ancho(), map.alto()), scale);
-    Progress progress(isLongWork(map));
-    progress.step(u"Dibujo…"_s);
     MapCanvas canvas(pictures);
     canvas.crearBuffer(map.ancho(), map.alto());
     canvas.renderMapa(map);
     drawCamino(canvas.hdcBuffer, route);
-    progress.step(u"Imagen PNG…"_s);
-    return pngBytes(canvas.hdcBuffer.image(), scale, progress);
+    target.write({canvas.hdcBuffer, canvas.hdcBuffer.rect(), scale}, isLongWork(map), between);
 }
 
 bool isLongWork(const WorldMap& map)

@@ -24,7 +24,7 @@ ExitCode nombres(const Arguments& arguments)
     QTextStream out(stdout);
     for (int i = 0; i < count; ++i) {
         out << Procs::generarNombre(1, grammar) << '\n';
-        progress.update(u"Nombres… %1 de %2"_s.arg(i + 1).arg(count));
+        progress.tell(u"Nombres"_s, static_cast<double>(i) / count);
     }
     return Success;
 }

@@ -1,15 +1,10 @@
 #pragma once
 
 #include "cli/command.h"
+#include "exchange/export_target.h"
+#include "exchange/map_image.h"
 
-#include <QByteArray>
-#include <QImage>
 #include <QTextStream>
-
-class Progress;
-
-/// The largest scale of a picture.
-inline constexpr int maxScale = 16;
 
 /// Where a command's picture goes: a file, or standard output.
 class PictureTarget
@@ -26,19 +21,11 @@ public:
     /// Where lines about the work go: standard output, unless the picture goes there.
     std::FILE* lines() const { return isStandardOutput() ? stderr : stdout; }
 
-    /// Writes a picture's bytes. Throws Error.
-    void write(const QByteArray& png) const;
+    /// Writes a picture, if one is wanted. The file takes its place once `between` is done, if that
+    /// is given, and not at all if that throws. Throws Error.
+    void write(const MapImage& image, bool isLong, const std::function<void()>& between = {}) const;
     void tell(QTextStream& out, QSize size) const;
 
 private:
     QString name_;
 };
-
-/// Throws Error when a picture of that size, enlarged, would be too large.
-void checkPictureSize(QSize size, int scale);
-
-/// The bytes of a picture as a PNG file, enlarged. Throws Error.
-QByteArray pngBytes(const QImage& picture, int scale, Progress& progress);
-
-/// Throws Error when no file can be written there, so that nothing is half done when it turns out.
-void checkWritable(const QString& path);

@@ -4,6 +4,8 @@
 
 #include <QTextStream>
 
+using namespace Qt::StringLiterals;
+
 Progress::Progress(bool isLong) : isTold_(isLong && platform::isTerminal(stderr)) {}
 
 Progress::~Progress()
@@ -20,11 +22,12 @@ void Progress::step(const QString& what)
         show(what);
 }
 
-void Progress::update(const QString& what)
+void Progress::tell(const QString& what, double share)
 {
     constexpr qint64 milliseconds = 200;
+    constexpr double hundred = 100;
     if (isTold_ && (!sinceTold_.isValid() || sinceTold_.hasExpired(milliseconds)))
-        show(what);
+        show(u"%1… %2 %"_s.arg(what).arg(static_cast<int>(share * hundred)));
 }
 
 void Progress::show(const QString& what)

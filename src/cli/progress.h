@@ -15,8 +15,8 @@ public:
 
     /// A new step begins.
     void step(const QString& what);
-    /// It has come so far; told a few times a second at most.
-    void update(const QString& what);
+    /// The work is at that share of it; told a few times a second at most.
+    void tell(const QString& what, double share);
 
 private:
     void show(const QString& what);

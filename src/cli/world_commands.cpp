@@ -2,6 +2,7 @@
 #include "cli/command.h"
 #include "cli/map_source.h"
 #include "cli/picture.h"
+#include "exchange/export_options.h"
 #include "generation/climate.h"
 #include "generation/path_finding.h"
 #include "platform/core/text_codec.h"
@@ -48,7 +49,7 @@ ExitCode dibujar(const Arguments& arguments)
     const PictureTarget picture(arguments, mapPath(source));
     const WorldWorkspace workspace;
     const WorldMap map = workspace.read(source);
-    picture.write(mapPng(workspace.pictures, map, scale));
+    writePicture(picture, workspace.pictures, map, scale);
     QTextStream out(picture.lines());
     picture.tell(out, hex::pictureSize(map.ancho(), map.alto()) * scale);
     return Success;
@@ -73,7 +74,7 @@ ExitCode ruta(const Arguments& arguments)
         return No;
     }
     if (picture.isWanted())
-        picture.write(mapPng(workspace.pictures, map, 1, route));
+        writePicture(picture, workspace.pictures, map, 1, route);
     out << route
         << u"\nCasillas: %1\nCosto: %2\n"_s.arg(PathFinding::routeCells(route).size())
                .arg(PathFinding::routeCost(map.mapaTiles, route, workspace.tiles));

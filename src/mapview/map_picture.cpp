@@ -1,6 +1,7 @@
 #include "mapview/map_picture.h"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 using platform::MemoryDC;
@@ -13,7 +14,7 @@ constexpr qint64 smallArea = 4 * 1024 * 1024; ///< in pixels; a picture up to th
 
 int nextDrawing()
 {
-    static int last = 0;
+    static std::atomic<int> last = 0; // exports draw on threads of their own
     return ++last;
 }
 

@@ -76,12 +76,23 @@ void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame&
     drawOverlays(painter, geometry, frame, {&overlay, 1});
 }
 
+void drawLayers(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+                std::span<const Overlay> overlays)
+{
+    if (frame.scale > 0) // else it is a view without any room
+        Drawing(painter, geometry, frame, overlays).drawAll();
+}
+
+void drawKeys(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+              std::span<const Overlay> overlays)
+{
+    if (frame.scale > 0)
+        Drawing(painter, geometry, frame, overlays).drawKeys();
+}
+
 void drawOverlays(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
                   std::span<const Overlay> overlays)
 {
-    if (!(frame.scale > 0)) // a view without any room
-        return;
-    Drawing drawing(painter, geometry, frame, overlays);
-    drawing.drawAll();
-    drawing.drawKeys();
+    drawLayers(painter, geometry, frame, overlays);
+    drawKeys(painter, geometry, frame, overlays);
 }

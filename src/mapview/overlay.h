@@ -18,7 +18,14 @@ using Overlay = std::variant<CellOutline, CellMark, CellCursor, CellGrid, CellNu
 void drawOverlay(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
                  const Overlay& overlay);
 
-/// Draws overlays one over the other, and over them all their keys and scale bars, which stand in
-/// the frame's corners.
+/// Draws overlays one over the other, but for their keys and scale bars.
+void drawLayers(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+                std::span<const Overlay> overlays);
+
+/// Draws their keys and scale bars into the frame's corners.
+void drawKeys(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
+              std::span<const Overlay> overlays);
+
+/// Both, the keys over all else.
 void drawOverlays(QPainter& painter, const MapGeometry& geometry, const MapFrame& frame,
                   std::span<const Overlay> overlays);

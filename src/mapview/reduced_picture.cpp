@@ -81,3 +81,19 @@ void ReducedPicture::drawPart(const MapPicture& picture, const QRect& part)
     picture.copyTo(pixels, {}, source, MapPicture::Pieces::Passing);
     surface_.StretchBltPart(pixels, source.topLeft(), from_, part);
 }
+
+QImage reducedPart(const MapPicture& picture, const QRect& part, QSize size,
+                   const std::function<void(double share)>& onStrip)
+{
+    constexpr int stripHeight = 32;
+    MemoryDC surface(size.width(), size.height());
+    for (int top = 0; top < size.height(); top += stripHeight) {
+        onStrip(static_cast<double>(top) / size.height());
+        const QRect strip = QRect(0, top, size.width(), stripHeight) & QRect({}, size);
+        const QRect source = platform::stretchedPart(size, part.size(), strip);
+        MemoryDC pixels(source.width(), source.height());
+        picture.copyTo(pixels, {}, source.translated(part.topLeft()), MapPicture::Pieces::Passing);
+        surface.StretchBltPart(pixels, source.topLeft(), part.size(), strip);
+    }
+    return surface.image();
+}

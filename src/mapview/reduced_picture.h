@@ -40,3 +40,9 @@ private:
     int edits_ = 0;
     platform::MemoryDC surface_;
 };
+
+/// A part of a map's picture at a size, each pixel the average of the area that it covers. It is
+/// drawn in strips, before each of which `onStrip` is told how far it has come, from 0 to 1. Throws
+/// as MapPicture does.
+QImage reducedPart(const MapPicture& picture, const QRect& part, QSize size,
+                   const std::function<void(double share)>& onStrip);

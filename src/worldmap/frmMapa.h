@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/workspace.h"
+#include "exchange/export_options.h"
 #include "mapview/overlay.h"
 #include "platform/core/list_items.h"
 #include "platform/forms/commands.h"
@@ -120,6 +121,7 @@ private:
     std::vector<platform::Command> toolCommands();
     std::vector<platform::Command> placeCommands();
     std::vector<platform::Command> overlayCommands();
+    std::vector<platform::Command> exchangeCommands();
     void loadCommands();
 
     // What is unsaved, and what an earlier run left unsaved.
@@ -189,6 +191,14 @@ private:
     QString described(QPoint cell) const;
     QString spokenCell(QPoint cell) const;
     const ToolPointer& toolPointer() const;
+
+    // What leaves the window, and comes back.
+    QRect seenCells();
+    ExportOptions layersNow() const;
+    void exportMapa();
+    void importMapa();
+    void printMapa();
+    void copyPicture();
 
     // Places.
     std::optional<QPoint> placeInHand();

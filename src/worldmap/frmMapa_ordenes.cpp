@@ -23,6 +23,8 @@ const std::vector<platform::Menu>& menus()
                                                    u"guardarComo"_s,
                                                    u"versiones"_s,
                                                    {},
+                                                   u"exportar"_s,
+                                                   {},
                                                    u"catalogo"_s}},
                                                  {u"&Edición"_s,
                                                   {u"deshacer"_s,
@@ -32,6 +34,7 @@ const std::vector<platform::Menu>& menus()
                                                    u"copiar"_s,
                                                    u"cortar"_s,
                                                    u"pegar"_s,
+                                                   u"copiarImagen"_s,
                                                    {},
                                                    u"buscarLugar"_s,
                                                    u"lugarSiguiente"_s,
@@ -79,8 +82,9 @@ const std::vector<platform::Menu>& menus()
 std::vector<platform::Command> FrmMapa::commands()
 {
     std::vector<platform::Command> all = documentCommands();
-    for (std::vector<platform::Command> further : {modeCommands(), toolCommands(), placeCommands(),
-                                                   overlayCommands(), ui().imgMapa->commands()})
+    for (std::vector<platform::Command> further :
+         {modeCommands(), toolCommands(), placeCommands(), overlayCommands(), exchangeCommands(),
+          ui().imgMapa->commands()})
         all.insert(all.end(), std::make_move_iterator(further.begin()),
                    std::make_move_iterator(further.end()));
     return all;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPoint>
+#include <QRect>
 #include <QSize>
 #include <array>
 
@@ -64,6 +65,14 @@ constexpr QSize mapSize(int columns, int rows)
 constexpr QSize pictureSize(int columns, int rows)
 {
     return mapSize(columns, rows) + QSize(cellWidth - columnPitch, 0);
+}
+
+/// What a rectangle of cells takes of the picture of the map: as much as a map of its size would,
+/// with halves of neighbours.
+constexpr QRect zonePicture(const QRect& cells)
+{
+    return {QPoint(columnPitch * cells.x(), cellHeight * cells.y()),
+            pictureSize(cells.width(), cells.height())};
 }
 
 /// The cell under a point, relative to the cell at the top left corner of the view, whose column
