@@ -4,6 +4,7 @@
 
 #include <QClipboard>
 #include <QDir>
+#include <QFileDialog>
 
 using namespace Qt::StringLiterals;
 
@@ -105,4 +106,31 @@ TEST_F(ExportWindowTest, CopiesThePictureOfTheViewOrOfTheSelection)
     command(u"acercar"_s).trigger();
     const QImage part = whole.copy(22, 42, 37, 63);
     EXPECT_EQ(copied(), part.scaled(part.size() * 2));
+}
+
+TEST_F(ExportWindowTest, ImportsPlacesAsOneStepThatCanBeUndone)
+{
+    frmMapa().documento.setPlace({9, 9}, {u"Aldea"_s, u"Robledal"_s, {}});
+    const WorldMap before = frmMapa().mapa();
+    const auto import = [this](const QByteArray& table) {
+        app.write(u"exportado/l.csv"_s, "nombre,pin,columna,fila\n" + table);
+        duringModal([] { command(u"importar"_s).trigger(); },
+                    [this] {
+                        auto* const chooser =
+                            qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+                        ASSERT_TRUE(chooser && chooser->objectName() == u"dlgImportar"_s);
+                        chooser->selectFile(app.path(u"exportado/l.csv"_s));
+                        static_cast<QDialog*>(chooser)->done(QDialog::Accepted);
+                    });
+    };
+    boxes.expect();
+    import("Soto,Aldea,99,0\n");
+    EXPECT_TRUE(boxes.asked().back().text.contains(u"Línea 2"_s));
+    EXPECT_TRUE(frmMapa().mapa() == before);
+    import("Soto,Aldea,4,3\nVado,Aldea,6,3\n");
+    EXPECT_EQ(frmMapa().lugares.count(), 2);
+    EXPECT_EQ(placeText(3, 4), u"Aldea;Soto;"_s);
+    EXPECT_EQ(frmMapa().documento.undoText(), u"importar"_s);
+    command(u"deshacer"_s).trigger();
+    EXPECT_TRUE(frmMapa().mapa() == before);
 }

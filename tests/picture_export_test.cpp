@@ -1,10 +1,9 @@
 // Pictures of maps as files.
 #include "exchange/export_task.h"
-#include "exchange/map_formats.h"
 #include "exchange/map_image.h"
+#include "exported_map_test.h"
 #include "generation/world_generator.h"
 #include "platform/core/random_source.h"
-#include "support.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -16,14 +15,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A generated map with the shipped definitions.
-class PictureExportTest : public testing::Test
+class PictureExportTest : public ExportedMapTest
 {
 protected:
     PictureExportTest()
     {
-        folder.addShippedData();
-        loadDefinitions(tiles, pictures.colTiles, pictures.colMascarasTiles);
-        loadDefinitions(pins, pictures.colPines, pictures.colMascarasPines);
         platform::randomSource().seed(7);
         map.mapaTiles = platform::Grid<QString>(40, 40);
         generarMundo(map, pins);
@@ -33,11 +29,7 @@ protected:
     QImage png(
         const ExportOptions& options, const Advance& advance = [](double) {})
     {
-        ExportedMap exported(map, tiles, pins, pictures, options.isForPlayers);
-        ExportFiles files(folder.path(u"a.png"_s));
-        writePng(files, exported, options, advance);
-        EXPECT_TRUE(files.finish().isEmpty());
-        return QImage(folder.path(u"a.png"_s)).convertToFormat(QImage::Format_RGB32);
+        return QImage(write(u"png"_s, options, advance)).convertToFormat(QImage::Format_RGB32);
     }
 
     QImage whole()
@@ -47,12 +39,6 @@ protected:
         canvas.renderMapa(map);
         return canvas.hdcBuffer.image();
     }
-
-    TempAppFolder folder;
-    Palette tiles{tilesKind()};
-    Palette pins{pinesKind()};
-    MapPictures pictures;
-    WorldMap map;
 };
 
 } // namespace
@@ -121,9 +107,9 @@ TEST_F(PictureExportTest, LeavesNoFileThatIsNotWhole)
     }
     EXPECT_EQ(names(), before);
 
-    folder.write(u"a.png"_s, "antes");
+    folder.write(u"x.png"_s, "antes");
     EXPECT_THROW(png({}, [](double) { throw ExportCancelled(); }), ExportCancelled);
-    EXPECT_EQ(folder.read(u"a.png"_s), "antes");
+    EXPECT_EQ(folder.read(u"x.png"_s), "antes");
 
     { // Several files, in folders of their own, take their places together or not at all.
         ExportFiles files(folder.path(u"b/uno.txt"_s));

@@ -80,6 +80,7 @@ QString usage(const Command& command);
 ExitCode generar(const Arguments& arguments);
 ExitCode dibujar(const Arguments& arguments);
 ExitCode exportar(const Arguments& arguments);
+ExitCode importar(const Arguments& arguments);
 ExitCode ruta(const Arguments& arguments);
 ExitCode lugares(const Arguments& arguments);
 ExitCode clima(const Arguments& arguments);

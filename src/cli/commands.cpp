@@ -116,6 +116,14 @@ const std::vector<Command>& commands()
            "«!»)"_s},
           {u"carpeta"_s, {}, u"una nota por lugar, en una carpeta"_s}},
          &exportar},
+        {u"importar"_s,
+         u"ARCHIVO MAPA"_s,
+         u"Lleva a un mapa los lugares de una tabla .csv, en lugar de los que tiene, o el terreno "
+         u"y "
+         "los lugares de un mapa .tmx; de este también puede hacer un mapa nuevo. Lo que no encaja "
+         "se dice con su línea, y el mapa queda como estaba."_s,
+         {},
+         &importar},
         {u"ruta"_s,
          u"MAPA"_s,
          u"Busca el camino más barato entre dos casillas. Escribe las casillas del camino, de la "

@@ -2,16 +2,14 @@
 #include "cli/map_source.h"
 #include "cli/picture.h"
 #include "cli/progress.h"
+#include "cli/saving.h"
 #include "exchange/export_options.h"
 #include "generation/world_generator.h"
 #include "platform/core/error.h"
-#include "platform/core/saving.h"
 #include "platform/core/text_codec.h"
 #include "worldmap/hex_geometry.h"
 #include "worldmap/map_canvas.h"
 #include "worldmap/map_file.h"
-
-#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -46,11 +44,7 @@ WorldMap requestedMap(const Arguments& arguments, const QString& target)
         if (const auto problem = mapNameProblem(map.nombre))
             throw UsageError{u"--nombre: el mapa no puede llamarse así: %1"_s.arg(*problem)};
     } else {
-        const QFileInfo file(target);
-        const bool isPlain = file.suffix().compare("map"_L1, Qt::CaseInsensitive) != 0;
-        const QString name = isPlain ? file.fileName() : file.completeBaseName();
-        if (!mapNameProblem(name))
-            map.nombre = name;
+        map.nombre = nameByFile(target);
     }
     map.notasMapa = text(arguments, u"notas"_s);
     for (const QChar separator : platform::mapSeparators) {
@@ -60,14 +54,6 @@ WorldMap requestedMap(const Arguments& arguments, const QString& target)
     if (const auto outside = platform::firstOutsideWindows1252(map.notasMapa))
         throw UsageError{u"--notas contiene «%1», que no se puede guardar"_s.arg(*outside)};
     return map;
-}
-
-void save(const QString& target, const QByteArray& bytes)
-{
-    platform::KnownFile unknown;
-    QTextStream err(stderr);
-    for (const QString& notice : platform::saveFile(target, bytes, unknown).notices)
-        err << notice << '\n';
 }
 
 } // namespace
@@ -100,7 +86,7 @@ ExitCode generar(const Arguments& arguments)
         map.nombre = requested.nombre;
     const QByteArray bytes = mapFileBytes(map);
     // Both, or neither: the picture, as the larger one, is on the disk before the map is.
-    const auto saveMap = [&] { save(target, bytes); };
+    const auto saveMap = [&] { saveMapBytes(target, bytes); };
     if (picture.isWanted())
         writePicture(picture, workspace.pictures, map, scale, {}, saveMap);
     else

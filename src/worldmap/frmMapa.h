@@ -197,7 +197,6 @@ private:
     ExportOptions layersNow() const;
     void exportMapa();
     void importMapa();
-    void printMapa();
     void copyPicture();
 
     // Places.

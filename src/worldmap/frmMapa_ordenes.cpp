@@ -24,6 +24,7 @@ const std::vector<platform::Menu>& menus()
                                                    u"versiones"_s,
                                                    {},
                                                    u"exportar"_s,
+                                                   u"importar"_s,
                                                    {},
                                                    u"catalogo"_s}},
                                                  {u"&Edición"_s,

@@ -2,12 +2,15 @@
 
 #include "exchange/frmExportar.h"
 #include "exchange/map_image.h"
+#include "exchange/map_import.h"
 #include "mapview/reduced_picture.h"
+#include "platform/core/app_folder.h"
 #include "platform/forms/application.h"
 #include "worldmap/frmMapa.h"
 #include "worldmap/map_file.h"
 
 #include <QClipboard>
+#include <QFileDialog>
 #include <QGuiApplication>
 #include <QPainter>
 
@@ -19,6 +22,7 @@ std::vector<platform::Command> FrmMapa::exchangeCommands()
              .text = u"&Exportar…"_s,
              .shortcuts = {QKeySequence(u"Ctrl+E"_s)},
              .run = [this](bool) { exportMapa(); }},
+            {.key = u"importar"_s, .text = u"&Importar…"_s, .run = [this](bool) { importMapa(); }},
             {.key = u"copiarImagen"_s,
              .text = u"C&opiar imagen"_s,
              .shortcuts = {QKeySequence(u"Ctrl+Shift+C"_s)},
@@ -54,6 +58,32 @@ void FrmMapa::exportMapa()
         frmExportar().offer({mapa(), file, tools_.selection, seenCells(), layersNow()});
     if (!told.isEmpty())
         ui().avisos->tell(told);
+}
+
+/// Brings the terrain and places of a file into the map, as one step.
+void FrmMapa::importMapa()
+{
+    documento.endStroke();
+    QFileDialog chooser(&window(), u"Importar"_s, platform::inAppFolder(u"exportado"_s),
+                        u"Mapas de Tiled y tablas de lugares (*.tmx *.csv)"_s);
+    chooser.setObjectName(u"dlgImportar"_s);
+    chooser.setFileMode(QFileDialog::ExistingFile);
+    if (chooser.exec() != QDialog::Accepted || chooser.selectedFiles().isEmpty())
+        return;
+    const QString path = chooser.selectedFiles().constFirst();
+    const platform::WaitCursor wait;
+    WorldMap map = importedInto(mapa(), path, workspace().pictures);
+    const auto places = map.mapaPines.size();
+    if (map == mapa()) {
+        ui().avisos->tell(
+            QStringList(u"El mapa ya era como «%1»."_s.arg(platform::displayPath(path))));
+        return;
+    }
+    prepared_ = prepare(map);
+    setAccion(NoEditing);
+    documento.bringBack(std::move(map), u"importar"_s);
+    ui().avisos->tell(QStringList(u"Se ha importado «%1»: el mapa tiene ahora %2 lugares."_s.arg(
+        platform::displayPath(path), QString::number(places))));
 }
 
 /// Copies the picture of what is selected or, without that, of what is seen, at the view's zoom and
